@@ -28,7 +28,7 @@ enum class ControlKind {
 };
 
 struct FontDesign {
-    const char* family = nullptr; ///< null: the form's font
+    const char* family = nullptr; ///< null: the form's font, and points and bold with it
     double points = 8.25;
     bool bold = false;
 };
@@ -37,14 +37,15 @@ struct FontDesign {
 inline constexpr Colour kNoColour = 0xFF000000;
 
 /// One control of a form: where it stands, what it says, how it looks. Pixels at scale 1, relative to the
-/// parent row (or the form). Extra properties are design keys of the custom controls ("KnobMin").
+/// parent row (or the form). Extra properties are design keys of the custom controls ("KnobMin"), Qt
+/// properties ("wordWrap") of the others.
 struct ControlDesign {
     ControlKind kind;
     const char* name;
     int index = -1; ///< element of a control array, -1 for a single control
-    QRect place;
-    QString caption;
-    QString tip;
+    QRect place = {};
+    QString caption = {};
+    QString tip = {};
     Colour fill = kNoColour; ///< ButtonFillColor, KnobFillColor, SliderFillColor
     Colour back = kNoColour; ///< ButtonBackColor, KnobBorderColor, background
     Colour fore = kNoColour; ///< ButtonForeColor, KnobTextColor, text
@@ -65,11 +66,22 @@ struct FormDesign {
     QString name;
     QString caption;
     QSize size;
-    Colour back = 0x808080;
+    Colour back = kNoColour; ///< none: the form paints no ground of its own
     FontDesign font = {"MS Sans Serif", 8.25, false};
-    std::vector<ControlDesign> controls;
+    std::vector<ControlDesign> controls = {};
     std::vector<TimerDesign> timers = {};
 };
+
+inline constexpr FontDesign kFaceFont{"Arial", 8.25};
+inline constexpr FontDesign kPanelFont{"Microsoft Sans Serif", 8.25};
+inline constexpr FontDesign kPanelSmallFont{"Small Fonts", 6.75};
+inline constexpr FontDesign kPanelButtonFont{"Arial Narrow", 8.25, true};
+inline constexpr FontDesign kButtonFont{"Arial", 9.75, true};
+
+/// The program's own glyphs at a size: the captions "0" to "8".
+constexpr FontDesign SymbolFont(double points) {
+    return {"Corvantine", points};
+}
 
 /// The objectName of element index of a control array, "Coupling(1)"; the plain name for index -1.
 inline QString ControlName(const char* name, int index = -1) {

@@ -81,6 +81,12 @@ QWidget* MakeCombo(const ControlDesign& row, QWidget* parent) {
     return combo;
 }
 
+/// The custom controls take their properties in one go, in the order that they need.
+bool ReadsDesignKeys(ControlKind kind) {
+    return kind == ControlKind::Knob || kind == ControlKind::Button || kind == ControlKind::Slider ||
+           kind == ControlKind::HyperLink;
+}
+
 QWidget* Make(const ControlDesign& row, QWidget* parent, const QFont& font,
               const Form::CanvasMaker& makeCanvas) {
     switch (row.kind) {
@@ -126,6 +132,7 @@ QWidget* Make(const ControlDesign& row, QWidget* parent, const QFont& font,
     }
     case ControlKind::Line: {
         auto* line = new QFrame(parent);
+        line->setAttribute(Qt::WA_TransparentForMouseEvents); // what lies under it takes the mouse
         SetColours(line, row.back, row.fore);
         return line;
     }
@@ -160,6 +167,11 @@ Form::Form(const FormDesign& design, QWidget* parent, const CanvasMaker& makeCan
         widget->setToolTip(row.tip);
         widget->setGeometry(row.place);
         widget->setVisible(row.visible);
+        if (!ReadsDesignKeys(row.kind)) {
+            for (const auto& [key, value] : row.properties) {
+                widget->setProperty(key, value);
+            }
+        }
     }
     for (const TimerDesign& row : design.timers) {
         auto* timer = new QTimer(this);

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "controls/design.h"
+
+#include <QPoint>
+#include <QSize>
+
+/// What all pull-out panels share: one size and place, and a header each, one below another, that stands
+/// out of the main window's right edge while the panel is closed.
+struct PanelGeometry {
+    static constexpr int kTuck = 4;    ///< of the panel, still under the main window when pulled out
+    static constexpr int kBody = 200;  ///< width in view when pulled out, without the header
+    static constexpr int kHeader = 48; ///< width of a header
+    static constexpr int kHeight = 376;
+    static constexpr int kHeaderHeight = 38;
+    static constexpr int kHeaderPitch = 40;
+    static constexpr int kFirstHeader = 9; ///< top of the first header
+    static constexpr int kMargin = 12;
+    static constexpr int kLeft = kTuck + kMargin;          ///< of a panel's contents
+    static constexpr int kRight = kTuck + kBody - kMargin; ///< one past them
+    static constexpr int kWidth = kRight - kLeft;
+
+    static constexpr QSize Size() { return {kTuck + kBody + kHeader, kHeight}; }
+    static constexpr QRect Header(int row) {
+        return {kTuck + kBody, kFirstHeader + row * kHeaderPitch, kHeader, kHeaderHeight};
+    }
+};
+
+/// Rows of the headers from the top; channels take 0 to 3.
+enum PanelRow { kMathPanelRow = 4, kHorzPanelRow, kCursPanelRow, kDataPanelRow, kAboutPanelRow, kPanelRows };
+
+inline constexpr Colour kPanelBack = 0x98B6BC;   ///< the panel's face, and the back of all that lies on it
+inline constexpr Colour kPanelPlate = 0xC0C0C0;  ///< the plates that carry the knobs
+inline constexpr Colour kPanelLegend = 0x28343A; ///< engraved text
+inline constexpr Colour kSwitchOff = 0x808080;   ///< ring of a button that is off
+
+/// A panel with its background, its header and the header's name; the caller adds the contents.
+FormDesign PanelForm(const QString& name, int row, const QString& header, Colour colour, Colour text,
+                     const QString& tip);
+
+ControlDesign PanelButton(const char* name, int index, QRect place, const QString& caption,
+                          const QString& tip, Colour fill = kSwitchOff, Colour fore = 0xFFFFFF);
+ControlDesign PanelLabel(const char* name, int index, QRect place, const QString& caption,
+                         Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter);
+ControlDesign PanelRotatedLabel(const char* name, int index, QRect place, const QString& caption);
+/// A grouping frame of the panel's colour; its option buttons are rows with its objectName as parent.
+ControlDesign PanelFrame(const char* name, int index, QRect place, const QString& tip);
+ControlDesign PanelOption(const char* name, int index, int row, const char* frame, int width,
+                          const QString& caption, const QString& tip, bool checked);
+ControlDesign PanelCombo(const char* name, int index, QRect place, const QString& tip);
+ControlDesign PanelSeparator(const char* name, int top);
+ControlDesign PanelVoltsKnob(const char* name, QRect place, int maximum, int value, const QString& format);
+ControlDesign PanelOffsetKnob(const char* name, QRect place, int timeout, int lowerLimit);
+
+inline constexpr int kPanelOptionPitch = 22;
+inline constexpr int kPanelFramePad = 6;
+/// Height of a frame of that many option buttons.
+constexpr int PanelFrameHeight(int options) {
+    return 2 * kPanelFramePad + options * kPanelOptionPitch;
+}

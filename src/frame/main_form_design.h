@@ -1,0 +1,8 @@
+#pragma once
+
+#include "controls/design.h"
+
+#include <QPoint>
+
+/// Corvantine_Main: the instrument's face.
+const FormDesign& MainFormDesign();
