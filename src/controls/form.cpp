@@ -2,6 +2,7 @@
 
 #include "controls/button_control.h"
 #include "controls/colour.h"
+#include "controls/fonts.h"
 #include "controls/hyperlink_label.h"
 #include "controls/knob_control.h"
 #include "controls/picture.h"
@@ -23,10 +24,7 @@ QFont MakeFont(const FontDesign& design, const QFont& formFont) {
     if (design.family == nullptr) {
         return formFont;
     }
-    QFont font(QString::fromLatin1(design.family));
-    font.setPointSizeF(design.points);
-    font.setBold(design.bold);
-    return font;
+    return InstrumentFont(QString::fromLatin1(design.family), design.points, design.bold);
 }
 
 void SetColours(QWidget* widget, Colour back, Colour fore) {
@@ -59,7 +57,7 @@ QVariantMap Bag(const ControlDesign& row, const char* fill, const char* back, co
     if (fontKey != nullptr) {
         const QString key = QString::fromLatin1(fontKey);
         bag[key + QStringLiteral("_Name")] = font.family();
-        bag[key + QStringLiteral("_Size")] = font.pointSizeF();
+        bag[key + QStringLiteral("_Size")] = FontPoints(font);
         bag[key + QStringLiteral("_Bold")] = font.bold();
     }
     for (const auto& [name, value] : row.properties) {
