@@ -1,0 +1,141 @@
+#include "controls/accessibility.h"
+
+#include "controls/button_control.h"
+#include "controls/hyperlink_label.h"
+#include "controls/slider_control.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+QAccessibleInterface* MakeButton(ButtonControl1* button) {
+    return new AccessiblePressControl(
+        button, QAccessible::Button, [button] { return button->ButtonCaption(); },
+        [button] { emit button->Click(); });
+}
+
+QAccessibleInterface* MakeLink(UserControl2* link) {
+    return new AccessiblePressControl(
+        link, QAccessible::Link, [] { return QString(); }, [link] { emit link->Click(); });
+}
+
+QAccessibleInterface* MakeSlider(SliderControl1* slider) {
+    return new AccessibleValueControl(
+        slider, QAccessible::Slider,
+        {.current = [slider] { return double{slider->SliderValue()}; },
+         .minimum = [] { return 0.0; },
+         .maximum = [] { return 1.0; },
+         .step =
+             [slider] {
+                 // A step of 1 is none at all.
+                 const double step = slider->SliderValueQuantized();
+                 return step == 1.0 ? 0.0 : step;
+             },
+         .set = [slider](double value) { slider->SetSliderValue(static_cast<float>(value)); }});
+}
+
+QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
+    if (auto* button = qobject_cast<ButtonControl1*>(object)) {
+        return MakeButton(button);
+    }
+    if (auto* slider = qobject_cast<SliderControl1*>(object)) {
+        return MakeSlider(slider);
+    }
+    if (auto* link = qobject_cast<UserControl2*>(object)) {
+        return MakeLink(link);
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void InstallAccessibility() {
+    QAccessible::removeFactory(MakeInterface);
+    QAccessible::installFactory(MakeInterface);
+}
+
+QString SpokenName(const QWidget& control, const QString& caption) {
+    for (const QString& name : {control.accessibleName(), caption, control.toolTip()}) {
+        if (!name.trimmed().isEmpty()) {
+            return name;
+        }
+    }
+    static const QRegularExpression wordStart(QStringLiteral("(?<=[a-z])(?=[A-Z0-9])"));
+    return control.objectName().replace(wordStart, QStringLiteral(" "));
+}
+
+void AnnounceValue(QWidget& control, double value) {
+    if (QAccessible::isActive()) {
+        QAccessibleValueChangeEvent event(&control, value);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+AccessibleValueControl::AccessibleValueControl(QWidget* control, QAccessible::Role role, ValueAccess access)
+    : QAccessibleWidget(control, role), access_(std::move(access)) {}
+
+QString AccessibleValueControl::text(QAccessible::Text what) const {
+    switch (what) {
+    case QAccessible::Name:
+        return SpokenName(*widget());
+    case QAccessible::Value:
+        return access_.text ? access_.text() : QString::number(access_.current());
+    default:
+        return QAccessibleWidget::text(what);
+    }
+}
+
+void* AccessibleValueControl::interface_cast(QAccessible::InterfaceType type) {
+    if (type == QAccessible::ValueInterface) {
+        return static_cast<QAccessibleValueInterface*>(this);
+    }
+    return QAccessibleWidget::interface_cast(type);
+}
+
+QVariant AccessibleValueControl::currentValue() const {
+    return access_.current();
+}
+
+void AccessibleValueControl::setCurrentValue(const QVariant& value) {
+    bool numeric = false;
+    const double number = value.toDouble(&numeric);
+    if (numeric) {
+        access_.set(number);
+    }
+}
+
+QVariant AccessibleValueControl::maximumValue() const {
+    return access_.maximum();
+}
+
+QVariant AccessibleValueControl::minimumValue() const {
+    return access_.minimum();
+}
+
+QVariant AccessibleValueControl::minimumStepSize() const {
+    return access_.step();
+}
+
+AccessiblePressControl::AccessiblePressControl(QWidget* control, QAccessible::Role role,
+                                               std::function<QString()> caption, std::function<void()> press)
+    : QAccessibleWidget(control, role), caption_(std::move(caption)), press_(std::move(press)) {}
+
+QString AccessiblePressControl::text(QAccessible::Text what) const {
+    return what == QAccessible::Name ? SpokenName(*widget(), caption_()) : QAccessibleWidget::text(what);
+}
+
+QStringList AccessiblePressControl::actionNames() const {
+    QStringList names;
+    if (widget()->isEnabled()) {
+        names << pressAction();
+    }
+    return names << QAccessibleWidget::actionNames();
+}
+
+void AccessiblePressControl::doAction(const QString& actionName) {
+    if (actionName == pressAction()) {
+        press_();
+    } else {
+        QAccessibleWidget::doAction(actionName);
+    }
+}
