@@ -58,14 +58,16 @@ class Driver {
     void AcquisitionEnd(int ch);
     std::int32_t GetAcquistionState(int ch);
     std::int32_t GetTriggeredStatus(int ch);
+    /// Never beyond 0..3073, so that differences of two counts cannot overflow.
     std::int32_t GetSamplesSinceTrigger(int ch);
     /// blocks: 4 rows of 3072, count blocks of 512 positions a row.
     void GetBufferBlocksMultiChan(int first, int last, float* blocks, int count);
-    /// buffer: 3073 positions; count is cut so that start + count stays inside.
-    void GetBufferIncremental(int ch, float* buffer, int count, int start);
+    /// buffer: 3073 positions; count is cut so that start + count stays inside. Returns how many it filled.
+    int GetBufferIncremental(int ch, float* buffer, int count, int start);
     /// buffer: 3073 positions, count of them filled.
     RISPass GetBufferRIS(int ch, float* buffer, int count);
-    /// Seconds; a driver's zero, negative or non-number is replaced by the last period that was usable.
+    /// Seconds; a driver's zero, negative or non-number is replaced by the last period that was usable,
+    /// which is heldPeriod itself while nothing runs.
     float GetSamplePeriod(bool running, double heldPeriod);
 
     /// Percent and volts per division; source and destination hold at least count values.
