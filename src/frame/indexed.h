@@ -2,12 +2,21 @@
 
 #include <array>
 #include <cassert>
+#include <cstddef>
+#include <utility>
 
 /// A fixed array whose indices run from First to Last, both included, so that channel 1 is element 1.
 template <class T, int First, int Last> class Indexed {
   public:
     static constexpr int kFirst = First;
     static constexpr int kLast = Last;
+    static constexpr std::size_t kSize = static_cast<std::size_t>(Last - First + 1);
+
+    constexpr Indexed() = default;
+    /// One value for each index, in order.
+    template <class... Values>
+        requires(sizeof...(Values) == kSize && sizeof...(Values) > 1)
+    constexpr Indexed(Values&&... values) : items_{{static_cast<T>(std::forward<Values>(values))...}} {}
 
     constexpr T& operator[](int i) {
         assert(i >= First && i <= Last);
@@ -25,5 +34,5 @@ template <class T, int First, int Last> class Indexed {
     bool operator==(const Indexed&) const = default;
 
   private:
-    std::array<T, static_cast<std::size_t>(Last - First + 1)> items_{};
+    std::array<T, kSize> items_{};
 };

@@ -1,0 +1,35 @@
+#include "about/device_list.h"
+
+#include "controls/number_format.h"
+
+namespace about {
+
+namespace {
+
+/// Upper-case hexadecimal of the 32 bits, no prefix, no leading zeros.
+QString Hex(std::int32_t value) {
+    return QString::number(static_cast<std::uint32_t>(value), 16).toUpper();
+}
+
+} // namespace
+
+QString DeviceLine(int channel, const Record& record) {
+    return QStringLiteral("%1:%2 %3 %4")
+        .arg(QString::number(channel), record.ScopeSerial[channel], Hex(record.ScopeHWRev[channel]),
+             Hex(record.ScopeControllerRev[channel]));
+}
+
+QString DiagnosticsLine(int channel, const Record& record) {
+    return QStringLiteral("%1:%2 %3 %4 %5 %6")
+        .arg(QString::number(channel), QString::number(record.ScopeRISBandB[channel]),
+             QString::number(record.ScopeRISBandA[channel]),
+             QString::number(record.ScopeTriggerDACOffset[channel]),
+             FormatNumber(record.ScopeRawChannelOffset[channel], QStringLiteral("0.0")),
+             FormatNumber(record.ScopeOffsetDACScale[channel], QStringLiteral("0.000")));
+}
+
+QString VersionText() {
+    return QStringLiteral("Ver" CORVANTINE_VERSION);
+}
+
+} // namespace about

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "acquisition/horizontal_tab.h"
+#include "acquisition/run_loop.h"
+#include "acquisition/timebase.h"
+#include "acquisition/trigger.h"
+#include "channels/channel_tab.h"
+#include "display/plotter.h"
+#include "driver/driver.h"
+#include "frame/debug_log.h"
+#include "frame/environment.h"
+#include "frame/forms.h"
+#include "frame/scope_settings.h"
+#include "frame/settings.h"
+#include "frame/shell.h"
+#include "skin/skin_selection.h"
+#include "skin/tab_panels.h"
+
+#include <memory>
+
+/// The whole instrument: the windows, and the parts that give them their behaviour. It only puts them
+/// together; what a handler does stands in the part that owns it.
+struct Instrument {
+    Instrument(Record& record, Driver& driver, Environment environment);
+    ~Instrument();
+
+    // Building, in the order of the start-up
+    void CreateSplash();
+    void CreateMainForm();
+    void CreateTabForms();
+    void CreateSatellites();
+    void ConnectParts();
+
+    void SplashLine(int index, const QString& text);
+    void SkinPanel(int slot);
+    void ShowMainForm();
+    void RestoreTabSettings(int slot);
+    void UnloadTab(int slot);
+    void SaveSettings();
+
+    Record& record;
+    Driver& driver;
+    Environment environment;
+    DebugLog log;
+    SettingsStore settings;
+    Forms forms;
+    bool closing = false;
+
+    std::unique_ptr<Shell> shell;
+    std::unique_ptr<Plotter> plotter;
+    std::unique_ptr<RunLoop> runLoop;
+    std::unique_ptr<Trigger> trigger;
+    std::unique_ptr<Timebase> timebase;
+    std::unique_ptr<HorizontalTab> horizontalTab;
+    PerScope<std::unique_ptr<ChannelTab>> channelTabs;
+    std::unique_ptr<SkinSelection> skins;
+    std::unique_ptr<TabPanels> tabPanels;
+    std::unique_ptr<ScopeSettings> scopeSettings;
+};
