@@ -1,0 +1,50 @@
+#include "controls/face_style.h"
+#include "controls/symbol_font.h"
+#include "driver/driver.h"
+#include "driver/driver_choice.h"
+#include "frame/instrument.h"
+#include "frame/start_up.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QThread>
+#include <cstdio>
+
+namespace {
+
+void ShowBox(const QString& text) {
+    QMessageBox box(QMessageBox::NoIcon, QApplication::applicationName(), text, QMessageBox::Ok);
+    box.exec();
+}
+
+Environment RealEnvironment() {
+    Environment environment;
+    environment.applicationFolder = QApplication::applicationDirPath();
+    environment.commandLine = QApplication::arguments().mid(1).join(QLatin1Char(' '));
+    environment.show = ShowBox;
+    environment.sleep = [](int milliseconds) { QThread::msleep(static_cast<unsigned long>(milliseconds)); };
+    environment.yield = [] { QApplication::processEvents(); };
+    return environment;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Corvantine"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    LoadSymbolFont();
+    ApplyFaceStyle(application);
+
+    Environment environment = RealEnvironment();
+    DriverChoice choice = ChooseDriver(environment.applicationFolder);
+    if (!choice.failure.isEmpty()) {
+        std::fprintf(stderr, "%s\n", qPrintable(choice.failure));
+        environment.show(choice.failure);
+    }
+    Driver driver(std::move(choice.backend));
+    Record record;
+    Instrument instrument(record, driver, std::move(environment));
+    StartUp(instrument);
+    return instrument.closing ? 0 : QApplication::exec();
+}
