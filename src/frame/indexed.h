@@ -15,8 +15,8 @@ template <class T, int First, int Last> class Indexed {
     constexpr Indexed() = default;
     /// One value for each index, in order.
     template <class... Values>
-        requires(sizeof...(Values) == kSize && sizeof...(Values) > 1)
-    constexpr Indexed(Values&&... values) : items_{{static_cast<T>(std::forward<Values>(values))...}} {}
+    requires(sizeof...(Values) == kSize && sizeof...(Values) > 1) constexpr Indexed(Values&&... values)
+        : items_{{static_cast<T>(std::forward<Values>(values))...}} {}
 
     constexpr T& operator[](int i) {
         assert(i >= First && i <= Last);

@@ -113,7 +113,8 @@ void Shell::FullScreenButton_Click() {
 
 void Shell::SampleDotsButton_Click() {
     record_.SampleDots = !record_.SampleDots;
-    SetButtonFill(forms_.MainForm->control<ButtonControl1>("SampleDotsButton"), record_.SampleDots, kOn, kOff);
+    SetButtonFill(forms_.MainForm->control<ButtonControl1>("SampleDotsButton"), record_.SampleDots, kOn,
+                  kOff);
     calls_.PlotNow();
     SetDefaultLayering();
 }

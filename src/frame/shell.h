@@ -14,7 +14,7 @@ class Shell : public QObject {
   public:
     struct Calls {
         std::function<void()> PlotNow;
-        std::function<void()> Close;                 ///< ends the program
+        std::function<void()> Close;                     ///< ends the program
         std::function<void(int channel)> IDButton_Click; ///< of that channel's tab
         std::function<void(const QString& file)> OpenDocument;
     };

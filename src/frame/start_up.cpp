@@ -20,8 +20,9 @@ void SetCaptionTables(Record& record) {
     record.ChannelColour = {0x00FFFF, 0xFFE21B, 0xF71BFF, 0x86FF1B, 0x4040C0, 0x8080F0};
     record.TabColour = {0xFF1B76, 0xFF1B8C, 0xFF1B56, 0xFF1BA1, 0x31FF1B};
     record.RunColour = {0x00FF00, 0x808080};
-    record.TrigTypeCaption = {QStringLiteral("Trigger on less than"), QStringLiteral("Trigger on greater than"),
-                              QStringLiteral("Trigger on falling edge"), QStringLiteral("Trigger on rising edge")};
+    record.TrigTypeCaption = {
+        QStringLiteral("Trigger on less than"), QStringLiteral("Trigger on greater than"),
+        QStringLiteral("Trigger on falling edge"), QStringLiteral("Trigger on rising edge")};
     record.TrigModeCaption = {QStringLiteral("auto"), QStringLiteral("norm"), QStringLiteral("free")};
     record.RunCaption = {QStringLiteral("running"), QStringLiteral("halted")};
 }
@@ -150,7 +151,8 @@ void TestStack(Instrument& i) {
         OfferChannel(i, channel);
     }
     for (int k = kOperatorList; k < static_cast<int>(lists.kSize); k += 3) {
-        lists[k]->addItems({QStringLiteral("+"), QStringLiteral("-"), QStringLiteral("x"), QString(QChar(0xF7))});
+        lists[k]->addItems(
+            {QStringLiteral("+"), QStringLiteral("-"), QStringLiteral("x"), QString(QChar(0xF7))});
     }
     const bool masterInUse = i.record.ScopeInUse[i.record.MasterChannel];
     if (masterInUse && i.record.NumScopesFound > 0) {
