@@ -1,0 +1,79 @@
+#!/bin/bash
+# Runs a program on a screen of its own under a window manager and returns the program's exit code.
+#
+#   on_display.sh openbox|xfwm4|metacity PROGRAM [ARGUMENTS]
+#
+#   SCREEN=1920x1080x24   size and depth of the screen
+#   KEEP_CONFIG=1         the program sees the user's settings, not an empty folder
+#
+# Exit code 125: no screen or no window manager came up, the program was not started.
+set -u
+
+if [ $# -lt 2 ]; then
+    sed -n '2,9s/^# \{0,1\}//p' "$0" >&2
+    exit 125
+fi
+
+if [ -z "${ON_DISPLAY_BUS:-}" ]; then
+    # xfwm4 and metacity keep their settings behind a session bus; this one ends with the script.
+    exec env ON_DISPLAY_BUS=1 dbus-run-session -- "$0" "$@"
+fi
+
+manager=$1
+shift
+scratch=$(mktemp -d)
+pids=()
+finish() {
+    for ((i = ${#pids[@]} - 1; i >= 0; --i)); do
+        kill "${pids[i]}" 2>/dev/null
+        wait "${pids[i]}" 2>/dev/null
+    done
+    rm -rf "$scratch"
+}
+trap finish EXIT
+trap 'exit 143' TERM INT HUP
+fail() {
+    echo "on_display.sh: $*" >&2
+    cat "$scratch"/*.log >&2
+    exit 125
+}
+
+# Whatever is started here ends with this shell, even if nobody lets it run its trap.
+start() {
+    local log=$1
+    shift
+    setpriv --pdeathsig TERM "$@" >"$scratch/$log.log" 2>&1 &
+    pids+=($!)
+}
+
+mkfifo "$scratch/number"
+start screen bash -c 'exec Xvfb -displayfd 3 -screen 0 "$1" -dpi 96 -nolisten tcp -noreset 3>"$2"' \
+    Xvfb "${SCREEN:-1920x1080x24}" "$scratch/number"
+number=
+read -r -t 60 number <>"$scratch/number"
+[ -n "$number" ] || fail "the screen did not come up"
+unset WAYLAND_DISPLAY
+export DISPLAY=:$number QT_QPA_PLATFORM=xcb NO_AT_BRIDGE=1 LIBGL_ALWAYS_SOFTWARE=1
+
+mkdir -p "$scratch/config" "$scratch/cache"
+mkdir -m 700 "$scratch/run"
+export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$scratch/run}"
+managed=(env XDG_CONFIG_HOME="$scratch/config" XDG_CACHE_HOME="$scratch/cache" GSETTINGS_BACKEND=memory)
+case $manager in
+openbox) start manager "${managed[@]}" openbox --sm-disable ;;
+xfwm4) start manager "${managed[@]}" xfwm4 --compositor=off --vblank=off ;;
+metacity) start manager "${managed[@]}" metacity --no-composite --sm-disable ;;
+*) fail "no such window manager: $manager" ;;
+esac
+for ((i = 0; ; ++i)); do
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break
+    kill -0 "${pids[-1]}" 2>/dev/null || fail "$manager ended"
+    [ $i -lt 600 ] || fail "$manager did not take the screen"
+    sleep 0.05
+done
+
+[ -n "${KEEP_CONFIG:-}" ] || export XDG_CONFIG_HOME=$scratch/config
+"$@" &
+program=$!
+pids+=($program)
+wait $program
