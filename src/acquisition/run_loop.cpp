@@ -1,6 +1,7 @@
 #include "acquisition/run_loop.h"
 
 #include "acquisition/auto_trigger.h"
+#include "acquisition/colours.h"
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "frame/channel_sets.h"
@@ -361,7 +362,7 @@ void RunLoop::OnceButton_Click() {
 }
 
 void RunLoop::Status(Colour colour) {
-    SetStatusColour(*controls_.TriggerStatusLabel, colour);
+    SetTextColour(*controls_.TriggerStatusLabel, colour);
 }
 
 void RunLoop::SetNormTrigInUse(bool on) {

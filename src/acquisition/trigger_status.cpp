@@ -1,19 +1,5 @@
 #include "acquisition/trigger_status.h"
 
-#include "controls/colour.h"
-
-#include <QPalette>
-
-void SetStatusColour(QLabel& label, Colour colour) {
-    const QColor wanted = ToQColor(colour);
-    if (label.palette().color(QPalette::WindowText) == wanted) {
-        return;
-    }
-    QPalette palette = label.palette();
-    palette.setColor(QPalette::WindowText, wanted);
-    label.setPalette(palette);
-}
-
 TriggerStatus::TriggerStatus(QLabel* label) : label_(label) {
     const std::array<QString, 5> words{QString(), QStringLiteral("trigger ?"), QStringLiteral("trigger !"),
                                        QStringLiteral("auto?"), QStringLiteral("acquiring")};

@@ -5,12 +5,9 @@
 #include <QLabel>
 #include <array>
 
+/// The foreground colour of the status text is a state of the instrument.
 inline constexpr Colour kStatusGrey = 0x808080; ///< not triggered
 inline constexpr Colour kStatusRed = 0xFF;      ///< the display is triggered
-
-/// The foreground colour of the status text is a state of the instrument; written only when it differs, as
-/// a palette costs more than a tick may.
-void SetStatusColour(QLabel& label, Colour colour);
 
 /// The text of the trigger status: a word of the run loop, with the dots of a wait behind it.
 class TriggerStatus {

@@ -1,0 +1,39 @@
+#include "acquisition/colours.h"
+
+#include "controls/colour.h"
+
+#include <QLabel>
+#include <QPalette>
+#include <algorithm>
+
+namespace {
+
+void SetRole(QLabel& label, QPalette::ColorRole role, Colour colour) {
+    const QColor wanted = ToQColor(colour);
+    if (label.palette().color(role) == wanted) {
+        return;
+    }
+    QPalette palette = label.palette();
+    palette.setColor(role, wanted);
+    label.setPalette(palette);
+}
+
+} // namespace
+
+void SetTextColour(QLabel& label, Colour colour) {
+    SetRole(label, QPalette::WindowText, colour);
+}
+
+void SetBackColour(QLabel& label, Colour colour) {
+    label.setAutoFillBackground(true);
+    SetRole(label, QPalette::Window, colour);
+}
+
+Colour Brighten(Colour colour, Colour by) {
+    Colour sum = 0;
+    for (int shift : {0, 8, 16}) {
+        const Colour channel = ((colour >> shift) & 0xFF) + ((by >> shift) & 0xFF);
+        sum |= std::min<Colour>(channel, 0xFF) << shift;
+    }
+    return sum;
+}

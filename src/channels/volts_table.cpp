@@ -1,0 +1,31 @@
+#include "channels/volts_table.h"
+
+#include "frame/rounding.h"
+
+#include <iterator>
+
+namespace {
+
+constexpr double kVoltsPerDiv[] = {0.03, 0.3, 3};
+constexpr double kStepsPerPercent = 1.27;
+constexpr double kDivisions = 10;
+constexpr double kSteps = 127;
+
+} // namespace
+
+float KnobToVoltsPerDiv(float position, bool probeX10) {
+    const int row = RoundToInt16(static_cast<double>(position));
+    if (row < 0 || row >= static_cast<int>(std::size(kVoltsPerDiv))) {
+        return 0;
+    }
+    // Multiplied before it is narrowed: 0.03F times 10 is not 0.3F.
+    return static_cast<float>(kVoltsPerDiv[row] * (probeX10 ? 10 : 1));
+}
+
+float VoltsPerADCStep(float voltsPerDiv) {
+    return static_cast<float>(static_cast<double>(voltsPerDiv) * kDivisions / kSteps);
+}
+
+float OffsetPercent(float steps) {
+    return static_cast<float>(static_cast<double>(steps) / kStepsPerPercent);
+}
