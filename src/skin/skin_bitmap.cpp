@@ -1,0 +1,121 @@
+#include "skin/skin_bitmap.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
+#include <cstdlib>
+#include <optional>
+
+namespace {
+
+constexpr int kFileHeader = 14;
+constexpr std::uint32_t kCoreHeader = 12;
+constexpr std::uint32_t kInfoHeader = 40;
+constexpr qint64 kMostFileBytes = kMostSkinPixels * 4 + 4096;
+enum Compression : std::uint32_t { kRgb = 0, kRunLength8 = 1, kRunLength4 = 2, kBitFields = 3 };
+
+struct Header {
+    std::int64_t offset; ///< of the pixels in the file
+    std::int64_t width;
+    std::int64_t height;
+    int bits;
+    std::uint32_t compression;
+};
+
+template <class T> T At(const QByteArray& bytes, int offset) {
+    return qFromLittleEndian<T>(bytes.constData() + offset);
+}
+
+std::optional<Header> ReadHeader(const QByteArray& bytes) {
+    if (bytes.size() < kFileHeader + static_cast<int>(kInfoHeader) || !bytes.startsWith("BM")) {
+        return std::nullopt;
+    }
+    Header header{At<std::uint32_t>(bytes, 10), 0, 0, 0, kRgb};
+    const auto headerSize = At<std::uint32_t>(bytes, kFileHeader);
+    if (headerSize == kCoreHeader) {
+        header.width = At<std::uint16_t>(bytes, kFileHeader + 4);
+        header.height = At<std::uint16_t>(bytes, kFileHeader + 6);
+        header.bits = At<std::uint16_t>(bytes, kFileHeader + 10);
+    } else if (headerSize >= kInfoHeader) {
+        header.width = At<std::int32_t>(bytes, kFileHeader + 4);
+        header.height = std::llabs(At<std::int32_t>(bytes, kFileHeader + 8)); // negative: top row first
+        header.bits = At<std::uint16_t>(bytes, kFileHeader + 14);
+        header.compression = At<std::uint32_t>(bytes, kFileHeader + 16);
+    } else {
+        return std::nullopt;
+    }
+    const bool sized = header.width >= kLeastSkinSide && header.height >= kLeastSkinSide &&
+                       header.width <= kMostSkinPixels && header.height <= kMostSkinPixels &&
+                       header.width * header.height <= kMostSkinPixels;
+    return sized && header.offset <= bytes.size() ? std::optional(header) : std::nullopt;
+}
+
+/// True when a run-length stream ends by its own mark and never leaves the picture.
+bool RunsAreSound(const QByteArray& bytes, const Header& header) {
+    const int pixelsPerByte = header.compression == kRunLength4 ? 2 : 1;
+    std::int64_t x = 0;
+    std::int64_t y = 0;
+    qsizetype at = header.offset;
+    auto next = [&] { return static_cast<std::uint8_t>(bytes[at++]); };
+    while (at + 2 <= bytes.size()) {
+        const int count = next();
+        const int value = next();
+        if (count > 0) {
+            x += count;
+        } else if (value == 0) {
+            x = 0;
+            ++y;
+        } else if (value == 1) {
+            return true;
+        } else if (value == 2) {
+            if (at + 2 > bytes.size()) {
+                return false;
+            }
+            x += next();
+            y += next();
+        } else {
+            x += value;
+            const int literal = (value + pixelsPerByte - 1) / pixelsPerByte;
+            at += literal + literal % 2; // padded to a word
+        }
+        if (x > header.width || y > header.height) {
+            return false;
+        }
+    }
+    return false;
+}
+
+bool PixelsAreThere(const QByteArray& bytes, const Header& header) {
+    switch (header.compression) {
+    case kRgb:
+    case kBitFields: {
+        const std::int64_t row = (header.width * header.bits + 31) / 32 * 4;
+        return bytes.size() - header.offset >= row * header.height;
+    }
+    case kRunLength8:
+    case kRunLength4:
+        return RunsAreSound(bytes, header);
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+QImage DecodeSkinBitmap(const QByteArray& bytes) {
+    const std::optional<Header> header = ReadHeader(bytes);
+    if (!header || !PixelsAreThere(bytes, *header)) {
+        return {};
+    }
+    const QImage image = QImage::fromData(bytes, "BMP");
+    const bool asTold = image.width() == header->width && image.height() == header->height;
+    return asTold ? image.convertToFormat(QImage::Format_RGB32) : QImage();
+}
+
+QImage LoadSkinBitmap(const QString& file) {
+    QFile source(file);
+    if (!QFileInfo(file).isFile() || !source.open(QIODevice::ReadOnly) || source.size() > kMostFileBytes) {
+        return {};
+    }
+    return DecodeSkinBitmap(source.read(kMostFileBytes));
+}

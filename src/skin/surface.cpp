@@ -1,0 +1,176 @@
+#include "skin/surface.h"
+
+#include "controls/form.h"
+#include "controls/picture.h"
+#include "skin/dib_section_region.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QCursor>
+#include <QWindow>
+
+namespace {
+
+const auto kTakeOutline = static_cast<QEvent::Type>(QEvent::registerEventType());
+
+} // namespace
+
+Surface::Surface(QWidget* parent)
+    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint |
+                          Qt::WindowSystemMenuHint) {
+    setObjectName(QStringLiteral("Surface"));
+}
+
+void Surface::Carry(Form& face, const std::vector<Form*>& panels) {
+    face_ = &face;
+    panels_ = panels;
+    for (Form* panel : panels_) {
+        panel->setParent(this);
+        panel->hide();
+        panel->raise();
+        panel->installEventFilter(this);
+    }
+    face.setParent(this);
+    face.raise();
+    face.show();
+    face.installEventFilter(this);
+    setWindowTitle(face.windowTitle());
+    MakeRoom({});
+}
+
+void Surface::MakeRoom(const QRect& anchor) {
+    const QPoint before = pos() + face_->pos();
+    QRect extent = face_->rect();
+    for (const Form* panel : panels_) {
+        const QRect closed(anchor.topLeft(), panel->size());
+        extent |= closed | closed.translated(anchor.width(), 0);
+    }
+    face_->move(-extent.topLeft());
+    setFixedSize(extent.size());
+    MoveTo(before.x(), before.y());
+    OutlineChanged();
+}
+
+void Surface::MoveBy(Picture& picture) {
+    connect(&picture, &Picture::MouseDown, this, [this] { StartMove(QCursor::pos()); });
+    connect(&picture, &Picture::MouseMove, this, [this](Qt::MouseButtons buttons) {
+        if (dragging_ && buttons != Qt::NoButton) {
+            move(QCursor::pos() - grip_);
+        }
+    });
+    connect(&picture, &Picture::MouseUp, this, [this] { dragging_ = false; });
+}
+
+void Surface::StartMove(QPoint from) {
+    // Without a window manager that moves windows the surface follows the pointer by itself.
+    dragging_ = windowHandle() == nullptr || !windowHandle()->startSystemMove();
+    grip_ = from - pos();
+}
+
+int Surface::Left() const {
+    return pos().x() + face_->x();
+}
+
+int Surface::Top() const {
+    return pos().y() + face_->y();
+}
+
+void Surface::MoveTo(int left, int top) {
+    move(QPoint(left, top) - face_->pos());
+}
+
+void Surface::BringFaceToFront() {
+    face_->raise();
+    raise();
+}
+
+void Surface::BringPanelUp(QWidget& panel) {
+    panel.stackUnder(face_);
+}
+
+void Surface::SendPanelToBack(QWidget& panel) {
+    panel.lower();
+}
+
+void Surface::OutlineChanged() {
+    if (!outlinePending_) {
+        outlinePending_ = true;
+        QCoreApplication::postEvent(this, new QEvent(kTakeOutline), Qt::HighEventPriority);
+    }
+}
+
+QRegion Surface::Outline() const {
+    QRegion outline;
+    auto add = [&](const QWidget* part) {
+        if (!part->isHidden()) {
+            const QRegion whole(part->rect());
+            outline |= (part->mask().isEmpty() ? whole : whole & part->mask()).translated(part->pos());
+        }
+    };
+    for (const Form* panel : panels_) {
+        add(panel);
+    }
+    if (face_ != nullptr) {
+        add(face_);
+    }
+    return outline;
+}
+
+void Surface::TakeOutline() {
+    outlinePending_ = false;
+    const QRegion outline = Outline();
+    if (shaped_ && outline == outline_) {
+        return;
+    }
+    shaped_ = true;
+    outline_ = outline;
+    ShapeByMask(this, &outline_);
+}
+
+bool Surface::event(QEvent* event) {
+    if (event->type() == kTakeOutline) {
+        TakeOutline();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+bool Surface::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::ShowToParent:
+    case QEvent::HideToParent:
+        OutlineChanged();
+        break;
+    case QEvent::WindowTitleChange:
+        if (watched == face_) {
+            setWindowTitle(face_->windowTitle());
+        }
+        break;
+    default:
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void Surface::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        emit Activated();
+    }
+}
+
+void Surface::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    emit CloseRequested();
+}
+
+void Surface::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    TakeOutline();
+    if (!event->spontaneous()) {
+        raise();
+        activateWindow();
+    }
+}

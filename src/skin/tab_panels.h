@@ -1,0 +1,69 @@
+#pragma once
+
+#include "frame/record.h"
+
+#include <QObject>
+#include <QPoint>
+#include <functional>
+
+class Form;
+class QTimer;
+class QWidget;
+
+inline constexpr int kTabSlots = Record::kTabSlots;
+
+/// The panels that hang at the main form: where each belongs, and what a click on its tab does. The tabs of
+/// the fixed slots are served here; a channel's tab has a handler of its own, which calls PressTab.
+class TabPanels : public QObject {
+    Q_OBJECT
+  public:
+    /// Slots without a panel hold the one placeholder. Places of the panels and of main are those of one
+    /// common surface.
+    struct Windows {
+        Form* main = nullptr;
+        QWidget* TabSliderAnchorImage = nullptr;
+        QTimer* TabTimer = nullptr;
+        Indexed<Form*, 1, kTabSlots> TabForm;
+        QWidget* StatsForm = nullptr;
+        QWidget* FFTForm = nullptr;
+        QWidget* FullScreenTimeForm = nullptr;
+    };
+    struct Calls {
+        std::function<bool()> mainMinimised;
+        std::function<void()> bringMainToFront;
+        std::function<void(QWidget& panel)> bringPanelUp; ///< in front of the other panels, behind main
+        std::function<void(QWidget& panel)> sendPanelToBack;
+    };
+
+    /// A window that a minimise has put away, and the left edge that it comes back to.
+    struct Parked {
+        bool pending = false;
+        int left = 0;
+        bool visible = false;
+    };
+
+    TabPanels(Record& record, const Windows& windows, Calls calls);
+
+    void TabTimer_Timer();
+    /// Pulls the panel of that slot out or pushes it back, and puts the windows in order.
+    void PressTab(int slot);
+    /// The panel in front of the others, main in front of it, the measurement window in front of main.
+    void BringMainToFront(int slot);
+    /// The measurement window in front.
+    void SetDefaultLayering();
+
+    /// Puts the measurement and spectrum windows, and with them perhaps the large time window, out of sight
+    /// until main is no longer minimised. Their left edges are remembered.
+    void ParkWindows(bool largeTimeToo);
+
+    bool TabTimerBusy = false;
+    Parked MinimisedStats, MinimisedFFT, MinimisedTime;
+
+  private:
+    void Park(Parked& parked, QWidget* window);
+    void BringBack(Parked& parked, QWidget* window);
+
+    Record& record_;
+    Windows windows_;
+    Calls calls_;
+};
