@@ -1,0 +1,74 @@
+#include "controls/button_painting.h"
+
+#include "controls/keyboard_focus.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <algorithm>
+
+namespace {
+
+constexpr double kCaptionMargin = 1;
+constexpr double kNarrowest = 0.65; // below it the letters of a small font run into one another
+
+void DrawRings(QPainter& painter, const ButtonLook& look, const ButtonInk& ink) {
+    const ButtonRings rings = RingsOfButton(look);
+    painter.save();
+    painter.translate(0.5, 0.5); // from the corner of a pixel to its middle
+    if (rings.fill) {
+        DrawRing(painter, *rings.fill, ink.fill);
+    }
+    if (rings.outer) {
+        DrawBevel(painter, *rings.outer, kSunkBevel);
+    }
+    if (rings.inner) {
+        DrawBevel(painter, *rings.inner, kRaisedBevel);
+    }
+    painter.restore();
+}
+
+void DrawCaption(QPainter& painter, const ButtonLook& look, const ButtonInk& ink) {
+    if (ink.caption.isEmpty()) {
+        return;
+    }
+    const QFontMetricsF metrics(ink.font, painter.device());
+    const double natural = metrics.horizontalAdvance(ink.caption);
+    const double squeeze = CaptionSqueeze(natural, look.size.width() - 2 * kCaptionMargin);
+    const QPointF corner = CaptionPlace(look, {natural * squeeze, metrics.height()}, ink.nudge);
+    painter.save();
+    painter.setFont(ink.font);
+    painter.setPen(ink.fore);
+    painter.translate(corner.x(), corner.y() + metrics.ascent());
+    if (squeeze < 1) {
+        // Not QFont::setStretch, which takes another font of the family where there is a narrow one.
+        painter.scale(squeeze, 1);
+    }
+    painter.drawText(QPointF(0, 0), ink.caption);
+    painter.restore();
+}
+
+void DrawFocus(QPainter& painter, const ButtonLook& look) {
+    // Inside the rings of an unpressed button, so that the mark stays where it is during a press.
+    ButtonLook up = look;
+    up.pressed = false;
+    const double half = std::max(look.size.width(), look.size.height()) / 2.0;
+    const auto inner = RingsOfButton(up).inner;
+    const double radius = inner ? inner->radius - inner->lineWidth / 2 - 1.5 : half - 1.5;
+    const double aspect = static_cast<double>(look.size.height()) / std::max(look.size.width(), 1);
+    DrawFocusRing(painter, {QPointF(ButtonCentre(look.size)) + QPointF(0.5, 0.5), radius, aspect, 1});
+}
+
+} // namespace
+
+double CaptionSqueeze(double natural, double room) {
+    return natural > room ? std::max(room / natural, kNarrowest) : 1;
+}
+
+void DrawButton(QPainter& painter, const ButtonLook& look, const ButtonInk& ink) {
+    painter.fillRect(QRect(QPoint(0, 0), look.size), ink.back);
+    DrawRings(painter, look, ink);
+    DrawCaption(painter, look, ink);
+    if (ink.focus) {
+        DrawFocus(painter, look);
+    }
+}

@@ -1,0 +1,43 @@
+#include "controls/keyboard_focus.h"
+
+#include "controls/bevel.h"
+
+#include <QPainter>
+
+bool KeyboardFocus::In(Qt::FocusReason reason) {
+    switch (reason) {
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+    case Qt::ShortcutFocusReason:
+        return Set(true);
+    case Qt::MouseFocusReason:
+        return Set(false);
+    default: // the window came back: as it was
+        return false;
+    }
+}
+
+bool KeyboardFocus::Set(bool shown) {
+    const bool changed = shown_ != shown;
+    shown_ = shown;
+    return changed;
+}
+
+void DrawFocusRing(QPainter& painter, const Ring& ring) {
+    const QSizeF half = RingSemiAxes(ring.radius, ring.aspect);
+    if (half.isEmpty()) {
+        return;
+    }
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    QPen pen(QColor(0, 0, 0, 160), ring.lineWidth);
+    painter.setPen(pen);
+    painter.drawEllipse(ring.centre, half.width(), half.height());
+    pen.setColor(QColor(255, 255, 255, 230));
+    pen.setCapStyle(Qt::FlatCap);
+    pen.setDashPattern({2, 2});
+    painter.setPen(pen);
+    painter.drawEllipse(ring.centre, half.width(), half.height());
+    painter.restore();
+}

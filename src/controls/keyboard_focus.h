@@ -1,0 +1,27 @@
+#pragma once
+
+#include <Qt>
+
+class QWidget;
+class QPainter;
+struct Ring;
+
+/// Whether the focus has to be seen: it came by the keyboard, so the user looks for it. A click shows by
+/// itself where it went.
+class KeyboardFocus {
+  public:
+    /// From the control's focus-in event; true when the look has changed.
+    bool In(Qt::FocusReason reason);
+    /// From the control's focus-out event.
+    bool Out() { return Set(false); }
+    /// A key was used on the control that has the focus.
+    bool Key() { return Set(true); }
+    bool Shown() const { return shown_; }
+
+  private:
+    bool Set(bool shown);
+    bool shown_ = false;
+};
+
+/// The mark of the focus: a thin dotted ring, dark over light so that it is seen on every colour.
+void DrawFocusRing(QPainter& painter, const Ring& ring);
