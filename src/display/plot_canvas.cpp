@@ -1,0 +1,177 @@
+#include "display/plot_canvas.h"
+
+#include "controls/colour.h"
+#include "controls/design.h"
+
+#include <QEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr Colour kTriggerLineColour = 0xFFFFFF;
+constexpr const char* kLabelLetters = "ABCDRS";
+constexpr int kFarAway = 30000; // widget pixels; toolkits keep places in 16 bits on some desktops
+
+int Place(double pixels) {
+    return std::isnan(pixels) ? -kFarAway
+                              : static_cast<int>(std::clamp<double>(std::round(pixels), -kFarAway, kFarAway));
+}
+
+QSize RasterSize(const QWidget& widget) {
+    const double ratio = widget.devicePixelRatioF();
+    return {static_cast<int>(std::ceil(widget.width() * ratio)),
+            static_cast<int>(std::ceil(widget.height() * ratio))};
+}
+
+void Paint(QWidget* widget, QPalette::ColorRole role, Colour colour) {
+    QPalette palette = widget->palette();
+    palette.setColor(role, ToQColor(colour));
+    widget->setPalette(palette);
+}
+
+} // namespace
+
+const Form::CanvasMaker kPlotCanvas = [](QWidget* parent) { return new PlotCanvas(parent); };
+
+PlotCanvas::PlotCanvas(QWidget* parent) : QWidget(parent), raster_(1, 1), TriggerLine_(new QFrame(this)) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
+    raster_.OnTouch([this] { update(); });
+    TriggerLine_->setObjectName(QStringLiteral("TriggerLine"));
+    TriggerLine_->setAutoFillBackground(true);
+    TriggerLine_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    Paint(TriggerLine_, QPalette::Window, kTriggerLineColour);
+    TriggerLine_->resize(0, 1);
+    TriggerLine_->hide();
+    for (int channel = 1; channel <= kAllChannels; ++channel) {
+        auto* label = new QLabel(QString(QLatin1Char(kLabelLetters[channel - 1])), this);
+        label->setObjectName(ControlName("ChGroundLabel", channel));
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+        label->hide();
+        ChGroundLabel[channel] = label;
+        labelColour_[channel] = kNoColour;
+    }
+    FitLabels();
+    FitRaster();
+}
+
+void PlotCanvas::FitRaster() {
+    const QSize size = RasterSize(*this);
+    if (size.width() != raster_.width() || size.height() != raster_.height() ||
+        devicePixelRatioF() != raster_.PixelRatio()) {
+        raster_.Resize(size.width(), size.height(), devicePixelRatioF());
+        update();
+        emit Resized();
+    }
+}
+
+/// A label is as large as its largest letter, so that a new caption changes no size.
+void PlotCanvas::FitLabels() {
+    raster_.SetFont(font());
+    const QFontMetrics metrics(font());
+    for (QLabel* label : ChGroundLabel) {
+        label->resize(metrics.maxWidth(), metrics.height());
+    }
+}
+
+void PlotCanvas::resizeEvent(QResizeEvent*) {
+    FitRaster();
+}
+
+void PlotCanvas::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange) {
+        FitLabels();
+    }
+    QWidget::changeEvent(event);
+}
+
+void PlotCanvas::paintEvent(QPaintEvent* event) {
+    if (devicePixelRatioF() != raster_.PixelRatio()) {
+        FitRaster(); // the window came to another screen
+    }
+    const double ratio = raster_.PixelRatio();
+    QPainter painter(this);
+    painter.scale(1 / ratio, 1 / ratio); // in device pixels, so that a raster pixel is one of the screen
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    const QRect exposed = event->rect();
+    const QRect device(QPoint(static_cast<int>(std::floor(exposed.left() * ratio)),
+                              static_cast<int>(std::floor(exposed.top() * ratio))),
+                       QPoint(static_cast<int>(std::ceil((exposed.right() + 1) * ratio)),
+                              static_cast<int>(std::ceil((exposed.bottom() + 1) * ratio))));
+    const QRect part = device & raster_.Image().rect();
+    painter.drawImage(part.topLeft(), raster_.Image(), part);
+}
+
+QPointF PlotCanvas::ToUser(QPointF position) const {
+    const double ratio = raster_.PixelRatio();
+    return {raster_.Map().UserX(position.x() * ratio), raster_.Map().UserY(position.y() * ratio)};
+}
+
+QPointF PlotCanvas::FromUser(QPointF position) const {
+    const double ratio = raster_.PixelRatio();
+    return {raster_.Map().X(position.x()) / ratio, raster_.Map().Y(position.y()) / ratio};
+}
+
+void PlotCanvas::mousePressEvent(QMouseEvent* event) {
+    const QPointF user = ToUser(event->position());
+    emit Pressed(event->button(), user.x(), user.y());
+}
+
+void PlotCanvas::mouseMoveEvent(QMouseEvent* event) {
+    const QPointF user = ToUser(event->position());
+    emit Moved(event->buttons(), user.x(), user.y());
+}
+
+void PlotCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QPointF user = ToUser(event->position());
+    emit DoubleClicked(user.x(), user.y());
+}
+
+void PlotCanvas::GroundLabelLeft(int channel, double x) {
+    QLabel* label = ChGroundLabel[channel];
+    label->move(Place(FromUser({x, 0}).x()), label->y());
+}
+
+void PlotCanvas::GroundLabelTop(int channel, double y) {
+    QLabel* label = ChGroundLabel[channel];
+    label->move(label->x(), Place(FromUser({0, y}).y()));
+}
+
+void PlotCanvas::GroundLabelVisible(int channel, bool visible) {
+    QLabel* label = ChGroundLabel[channel];
+    if (label->isHidden() == visible) {
+        label->setVisible(visible);
+    }
+}
+
+void PlotCanvas::GroundLabelCaption(int channel, QStringView caption) {
+    QLabel* label = ChGroundLabel[channel];
+    if (label->text() != caption) {
+        label->setText(caption.toString());
+    }
+}
+
+double PlotCanvas::GroundLabelHeight(int channel) const {
+    return ChGroundLabel[channel]->height() * raster_.PixelRatio() / std::abs(raster_.Map().PixelsPerUnitY());
+}
+
+void PlotCanvas::GroundLabelColour(int channel, Colour colour) {
+    if (labelColour_[channel] != colour) {
+        labelColour_[channel] = colour;
+        Paint(ChGroundLabel[channel], QPalette::WindowText, colour);
+    }
+}
+
+void PlotCanvas::TriggerLine(double x1, double y1, double x2, double y2) {
+    const QPointF from = FromUser({x1, y1});
+    const QPointF to = FromUser({x2, y2});
+    const int left = Place(std::min(from.x(), to.x()));
+    const int right = Place(std::max(from.x(), to.x()));
+    const QRect place(left, Place(from.y()), std::max(1, right - left + 1), 1);
+    if (TriggerLine_->geometry() != place) {
+        TriggerLine_->setGeometry(place);
+    }
+}
