@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr Colour kTriggerLineColour = 0xFFFFFF;
+constexpr Colour kTriggerLineColour = 0x6060FF; // apart from the white level cursors
 constexpr const char* kLabelLetters = "ABCDRS";
 constexpr int kFarAway = 30000; // widget pixels; toolkits keep places in 16 bits on some desktops
 

@@ -138,9 +138,10 @@ void RasterCanvas::DrawSolid(const PixelLine& line) {
     sink_.End();
 }
 
-/// One dot of the pen's size, two left out. The dots stand still on the line, whatever part of it is seen.
+/// One dot of the pen's size, then a gap of it. The dots stand still on the line, whatever part of it is
+/// seen.
 void RasterCanvas::DrawDotted(const PixelLine& line) {
-    const std::int64_t period = 3L * pen_;
+    const std::int64_t period = 2L * pen_;
     const std::int64_t wayX = static_cast<std::int64_t>(line.to.x) - line.from.x;
     const std::int64_t wayY = static_cast<std::int64_t>(line.to.y) - line.from.y;
     const bool wide = std::abs(wayX) >= std::abs(wayY);

@@ -1,0 +1,133 @@
+#include "display/plain_canvas.h"
+
+#include "controls/colour.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+QString Glyphs(QString text) {
+    return text.replace(QChar(26), QChar(0x2192));
+}
+
+} // namespace
+
+PlainCanvas::PlainCanvas(int width, int height, double ratio)
+    : image_(width, height, QImage::Format_RGB32), ratio_(ratio) {
+    font_.setStyleStrategy(QFont::NoSubpixelAntialias);
+    SetPixelScale();
+    Clear();
+    SetDrawWidth(1);
+}
+
+void PlainCanvas::Clear() {
+    image_.fill(Qt::black);
+}
+
+void PlainCanvas::SetDrawWidth(int pixels) {
+    pen_ = std::max(1, static_cast<int>(std::round(pixels * ratio_)));
+}
+
+void PlainCanvas::SetForeColor(Colour colour) {
+    colour_ = ToQColor(colour).rgb();
+}
+
+void PlainCanvas::SetScale(double left, double top, double right, double bottom) {
+    map_.SetScale(left, top, right, bottom, image_.width(), image_.height());
+}
+
+void PlainCanvas::SetPixelScale() {
+    SetScale(0, 0, image_.width(), image_.height());
+}
+
+void PlainCanvas::Stamp(int x, int y) {
+    for (int row = y - pen_ / 2; row < y - pen_ / 2 + pen_; ++row) {
+        for (int column = x - pen_ / 2; column < x - pen_ / 2 + pen_; ++column) {
+            if (image_.valid(column, row)) {
+                image_.setPixel(column, row, colour_);
+            }
+        }
+    }
+}
+
+void PlainCanvas::Walk(PixelPoint from, PixelPoint to) {
+    const int wayX = std::abs(to.x - from.x);
+    const int wayY = std::abs(to.y - from.y);
+    const int stepX = to.x < from.x ? -1 : 1;
+    const int stepY = to.y < from.y ? -1 : 1;
+    const int length = std::max(wayX, wayY);
+    const int lesser = std::min(wayX, wayY);
+    int error = length;
+    PixelPoint at = from;
+    for (int i = 0; i <= length; ++i) {
+        if (style_ == PenStyle::Solid || i % (2 * pen_) == 0) {
+            Stamp(at.x, at.y);
+        }
+        error += 2 * lesser;
+        const bool aside = error >= 2 * length;
+        error -= aside ? 2 * length : 0;
+        if (wayX >= wayY) {
+            at.x += stepX;
+            at.y += aside ? stepY : 0;
+        } else {
+            at.y += stepY;
+            at.x += aside ? stepX : 0;
+        }
+    }
+}
+
+void PlainCanvas::Line(double x1, double y1, double x2, double y2) {
+    SetCurrent(x1, y1);
+    LineTo(x2, y2);
+}
+
+void PlainCanvas::LineTo(double x, double y) {
+    if (const auto line = map_.Line(current_.x, current_.y, x, y)) {
+        Walk(line->from, line->to);
+    }
+    SetCurrent(x, y);
+}
+
+void PlainCanvas::FillBox(double x1, double y1, double x2, double y2) {
+    const auto a = map_.Point(x1, y1);
+    const auto b = map_.Point(x2, y2);
+    for (int y = std::min(a->y, b->y); y <= std::max(a->y, b->y); ++y) {
+        for (int x = std::min(a->x, b->x); x <= std::max(a->x, b->x); ++x) {
+            Stamp(x, y);
+        }
+    }
+    SetCurrent(x2, y2);
+}
+
+void PlainCanvas::PSet(double x, double y) {
+    const auto point = map_.Point(x, y);
+    Stamp(point->x, point->y);
+    SetCurrent(x, y);
+}
+
+void PlainCanvas::Print(const QString& text) {
+    const auto corner = map_.Point(current_.x, current_.y);
+    QPainter painter(&image_);
+    painter.setPen(QColor::fromRgb(colour_));
+    painter.translate(corner->x, corner->y);
+    painter.scale(ratio_, ratio_);
+    painter.setFont(font_);
+    painter.drawText(QPointF(0, QFontMetricsF(font_).ascent()), Glyphs(text));
+    painter.end();
+    current_.y += TextHeight(text) * (ScaleHeight() < 0 ? -1 : 1);
+}
+
+double PlainCanvas::TextWidth(const QString& text) const {
+    return QFontMetricsF(font_).horizontalAdvance(Glyphs(text)) * ratio_ / std::abs(map_.PixelsPerUnitX());
+}
+
+double PlainCanvas::TextHeight(const QString&) const {
+    return std::ceil(QFontMetricsF(font_).height() * ratio_) / std::abs(map_.PixelsPerUnitY());
+}
+
+double PlainCanvas::WidthToPixels(double width) const {
+    return width * std::abs(map_.PixelsPerUnitX());
+}
