@@ -13,7 +13,7 @@ struct AcquisitionState {
     int WaitTicks = 0;         ///< 250 ms ticks without a trigger
     int AutoTicks = 0;         ///< 250 ms ticks since the last probe, held at kProbeTicks
     int PassesPerTick = 1;
-    std::uint32_t PassCount = 0; ///< ticks that found the instrument idle; wraps
+    int PassCount = 0;           ///< ticks that found the instrument idle, begins anew at kPassCountEnd
     std::uint32_t TickCount = 0; ///< all ticks; wraps
     int PlotCount = 0;           ///< plots since the last 250 ms tick
     bool OnceMode = false;       ///< single shot armed
@@ -26,3 +26,4 @@ inline constexpr int kProbeTicks = 20;     ///< 5 s of free running before the n
 inline constexpr int kProbeSoonTicks = 19; ///< a change asks for a probe within one 250 ms tick
 inline constexpr int kReleaseTicks = 5;    ///< more ticks than this without a trigger release auto mode
 inline constexpr int kRISPassesPerTick = 5;
+inline constexpr int kPassCountEnd = 200'000'000; ///< ten times this is the greatest phase that 32 bits hold

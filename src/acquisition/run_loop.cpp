@@ -15,7 +15,7 @@ namespace {
 constexpr int kBlocks = 6;         ///< of 512 positions, they fill a row
 constexpr int kRollPolls = 1001;   ///< until a roll acquisition must have begun
 constexpr int kRollIncrement = 10; ///< fewer new samples are not worth a plot
-constexpr std::uint32_t kPhasePerPass = 10;
+constexpr int kPhasePerPass = 10;
 constexpr Colour kOn = 0xFF00;
 constexpr Colour kOff = 0x808080;
 
@@ -86,7 +86,7 @@ void RunLoop::PollMaster() {
                 OnceButton_Click();
             }
         }
-        ++state_.PassCount;
+        state_.PassCount = (state_.PassCount + 1) % kPassCountEnd;
     }
     if (state_.Acquiring) {
         ShowWaiting();
@@ -97,7 +97,7 @@ void RunLoop::FillDemoData() {
     for (int ch = 1; ch <= kScopeChannels; ++ch) {
         const double offset = controls_.OffsetKnob[ch]->KnobValue();
         driver_.MakeSampleData(DemoBuffer.data(), kSampleDepth, offset, ch - 1,
-                               static_cast<std::int32_t>(state_.PassCount * kPhasePerPass));
+                               state_.PassCount * kPhasePerPass);
         const RecordRow row = Row(ch);
         for (int i = 0; i < kSampleDepth; ++i) {
             row[i] = static_cast<float>(DemoBuffer[static_cast<std::size_t>(i)]);
