@@ -33,17 +33,8 @@ void ButtonControl1::RequestPaint() {
 }
 
 void ButtonControl1::StoreVisible(bool value) {
-    if (ButtonVisible_ == value) {
-        return;
-    }
     ButtonVisible_ = value;
-    // What cannot be seen is no stop for the keyboard.
-    if (value) {
-        setFocusPolicy(focusPolicy_);
-    } else {
-        focusPolicy_ = focusPolicy();
-        setFocusPolicy(Qt::NoFocus);
-    }
+    focus_.Follow(*this, value);
     update();
 }
 

@@ -101,7 +101,6 @@ class ButtonControl1 : public QWidget {
     bool Pressed_ = false;
     bool pressedByKey_ = false;
     bool initialised_ = false;
-    Qt::FocusPolicy focusPolicy_ = Qt::StrongFocus; ///< while the button is not visible, what it had
     KeyboardFocus focus_;
     DeferredRepaint repaint_;
 };

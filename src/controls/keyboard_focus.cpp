@@ -3,6 +3,7 @@
 #include "controls/bevel.h"
 
 #include <QPainter>
+#include <QWidget>
 
 bool KeyboardFocus::In(Qt::FocusReason reason) {
     switch (reason) {
@@ -21,6 +22,17 @@ bool KeyboardFocus::Set(bool shown) {
     const bool changed = shown_ != shown;
     shown_ = shown;
     return changed;
+}
+
+void KeyboardFocus::Follow(QWidget& control, bool visible) {
+    if (visible == !stopped_) {
+        return;
+    }
+    stopped_ = !visible;
+    if (stopped_) {
+        policy_ = control.focusPolicy();
+    }
+    control.setFocusPolicy(stopped_ ? Qt::NoFocus : policy_);
 }
 
 void DrawFocusRing(QPainter& painter, const Ring& ring) {

@@ -18,9 +18,15 @@ class KeyboardFocus {
     bool Key() { return Set(true); }
     bool Shown() const { return shown_; }
 
+    /// A control that is not to be seen is no stop for the keyboard; one that is seen again has the focus
+    /// policy that it had.
+    void Follow(QWidget& control, bool visible);
+
   private:
     bool Set(bool shown);
     bool shown_ = false;
+    bool stopped_ = false;
+    Qt::FocusPolicy policy_ = Qt::StrongFocus;
 };
 
 /// The mark of the focus: a thin dotted ring, dark over light so that it is seen on every colour.

@@ -1,39 +1,264 @@
 #include "controls/slider_control.h"
 
-SliderControl1::SliderControl1(QWidget* parent) : QWidget(parent) {}
+#include "controls/accessibility.h"
+#include "controls/design_keys.h"
+#include "controls/slider_painting.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QTimer>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr int kRepaintInterval = 50;
+constexpr int kTimeoutInterval = 10;
+constexpr int kDepth = 2;
+constexpr double kFreeStep = 0.01; // of the keys, where the value has no step of its own
+constexpr double kPage = 0.1;      // at least, of the whole way
+// A put from within Change raises it again; a handler that always puts must come to an end.
+constexpr int kDeepest = 4;
+
+bool InRange(float value) {
+    return value >= 0.0F && value <= 1.0F;
+}
+
+} // namespace
+
+SliderControl1::SliderControl1(QWidget* parent)
+    : QWidget(parent), lastMouse_(std::numeric_limits<int>::min(), std::numeric_limits<int>::min()),
+      Timeout_(new QTimer(this)), repaint_(*this, kRepaintInterval) {
+    setFocusPolicy(Qt::StrongFocus);
+    Timeout_->setObjectName(QStringLiteral("Timeout"));
+    Timeout_->setTimerType(Qt::PreciseTimer);
+    Timeout_->setInterval(kTimeoutInterval);
+    Timeout_->setSingleShot(true);
+    connect(Timeout_, &QTimer::timeout, this, [this] { RaiseChange(); });
+}
+
+/// False if a handler has deleted the control.
+bool SliderControl1::RaiseChange() {
+    if (raising_ >= kDeepest) {
+        return true;
+    }
+    const QPointer<SliderControl1> alive(this);
+    ++raising_;
+    emit Change();
+    if (!alive) {
+        return false;
+    }
+    --raising_;
+    return true;
+}
+
+/// The places of all parts follow from size and value and are worked out when they are needed.
+/// False if a handler has deleted the control.
+bool SliderControl1::LayOut() {
+    if (!SliderVisible_) {
+        return true;
+    }
+    repaint_.Request();
+    return RaiseChange();
+}
+
+void SliderControl1::Store(float value) {
+    const bool differs = SliderValue_ != value;
+    SliderValue_ = value;
+    if (differs) {
+        AnnounceValue(*this, value);
+    }
+}
 
 void SliderControl1::SetSliderVisible(bool value) {
     SliderVisible_ = value;
+    focus_.Follow(*this, value);
     update();
 }
 
 void SliderControl1::SetSliderFillColor(const QColor& value) {
     SliderFillColor_ = value;
-    update();
+    update(); // thumb and groove are retained: no paint request
 }
 
 void SliderControl1::SetSliderDepth(int value) {
-    SliderDepth_ = value;
-    update();
+    SliderDepth_ = ToInt16(value);
+    LayOut();
 }
 
 void SliderControl1::SetSliderValue(float value) {
-    SliderValue_ = value;
-    emit Change();
-    update();
+    if (InRange(value)) {
+        Store(value);
+    }
+    if (LayOut()) {
+        RaiseChange();
+    }
 }
 
 void SliderControl1::SetSliderValueQuantized(float value) {
-    SliderValueQuantized_ = value;
-    update();
+    if (value != 0.0F && std::isfinite(value)) {
+        SliderValueQuantized_ = value;
+    }
+    LayOut();
 }
 
 void SliderControl1::Refresh() {
-    update();
+    repaint_.Request();
 }
 
 void SliderControl1::ReadProperties(const QVariantMap& bag) {
-    for (auto it = bag.begin(); it != bag.end(); ++it) {
-        setProperty(it.key().toLatin1().constData(), it.value());
+    SliderVisible_ = ReadKey(bag, "Visible", true);
+    focus_.Follow(*this, SliderVisible_);
+    SliderFillColor_ = ReadKey(bag, "SliderFillColor", ToQColor(kButtonFace));
+    SliderDepth_ = ReadInt16(bag, "SliderDepth", kDepth);
+    const float value = ReadKey(bag, "SliderValue", 0.0F);
+    SliderValue_ = InRange(value) ? value : 0.0F;
+    const float step = ReadKey(bag, "SliderValueQuantized", 1.0F);
+    SliderValueQuantized_ = step != 0.0F && std::isfinite(step) ? step : 1.0F;
+    update();
+}
+
+QVariantMap SliderControl1::WriteProperties() const {
+    QVariantMap bag;
+    WriteKey(bag, "Visible", SliderVisible_, true);
+    WriteKey(bag, "SliderFillColor", SliderFillColor_, ToQColor(kButtonFace));
+    WriteKey(bag, "SliderDepth", SliderDepth_, kDepth);
+    WriteKey(bag, "SliderValue", SliderValue_, 0.0F);
+    WriteKey(bag, "SliderValueQuantized", SliderValueQuantized_, 1.0F);
+    return bag;
+}
+
+void SliderControl1::paintEvent(QPaintEvent*) {
+    if (!SliderVisible_) {
+        return;
+    }
+    const DeferredRepaint::Drawing drawing(repaint_);
+    QPainter painter(this);
+    DrawSlider(painter, {.size = size(),
+                         .value = SliderValue_,
+                         .fill = SliderFillColor_,
+                         .depth = SliderDepth_,
+                         .focus = focus_.Shown()});
+}
+
+void SliderControl1::resizeEvent(QResizeEvent*) {
+    // A size set before the first show is laid out by that.
+    if (isVisible()) {
+        LayOut();
+    }
+}
+
+void SliderControl1::showEvent(QShowEvent* event) {
+    if (!event->spontaneous() && LayOut()) {
+        RaiseChange();
+    }
+}
+
+void SliderControl1::hideEvent(QHideEvent*) {
+    // The release of a drag on a hidden control never comes.
+    Timeout_->stop();
+    Dragging_ = false;
+}
+
+void SliderControl1::mousePressEvent(QMouseEvent* event) {
+    if (!Dragging_) {
+        if (!Timeout_->isActive()) {
+            Timeout_->start();
+        }
+        DragTo(*event);
+    }
+}
+
+void SliderControl1::mouseMoveEvent(QMouseEvent* event) {
+    DragTo(*event);
+}
+
+void SliderControl1::DragTo(const QMouseEvent& event) {
+    const QPoint pointer = event.position().toPoint();
+    if (!(event.buttons() & Qt::LeftButton) || pointer == lastMouse_) {
+        return;
+    }
+    const SliderLayout layout = LayOutSlider(size(), SliderValue_);
+    const double place = ValueAt(layout, layout.horizontal ? pointer.x() : pointer.y());
+    const float value = QuantizeValue(place, SliderValueQuantized_);
+    if (value != LastValue_) {
+        Timeout_->start(); // put back to its full interval
+        repaint_.Request();
+    }
+    lastMouse_ = pointer;
+    LastValue_ = value;
+    Dragging_ = true;
+    Store(value);
+}
+
+void SliderControl1::mouseReleaseEvent(QMouseEvent*) {
+    Timeout_->stop();
+    Dragging_ = false;
+    repaint_.Request();
+    RaiseChange();
+}
+
+float SliderControl1::Stepped(const StepRequest& request) const {
+    using Kind = StepRequest::Kind;
+    const double step = SliderValueQuantized_ == 1.0F ? kFreeStep : std::abs(SliderValueQuantized_);
+    // The thumb goes where key and wheel point, and the value falls toward the top.
+    const int direction = LayOutSlider(size(), 0).horizontal ? 1 : -1;
+    switch (request.kind) {
+    case Kind::ToLow:
+        return 0;
+    case Kind::ToHigh:
+        return 1;
+    case Kind::Page:
+        return QuantizeValue(SliderValue_ + direction * request.count * std::max(kPage, kManySteps * step),
+                             SliderValueQuantized_);
+    case Kind::Step:
+        break;
+    }
+    return QuantizeValue(SliderValue_ + direction * request.count * step, SliderValueQuantized_);
+}
+
+void SliderControl1::Step(const StepRequest& request) {
+    const float value = Stepped(request);
+    if (value == SliderValue_) {
+        return;
+    }
+    LastValue_ = value;
+    Store(value);
+    repaint_.Request();
+    RaiseChange();
+}
+
+void SliderControl1::wheelEvent(QWheelEvent* event) {
+    event->accept();
+    if (const auto request = wheel_.Take(*event)) {
+        Step(*request);
+    }
+}
+
+void SliderControl1::keyPressEvent(QKeyEvent* event) {
+    const auto request = StepOfKey(*event);
+    if (!request) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    if (focus_.Key()) {
+        repaint_.Request();
+    }
+    Step(*request);
+}
+
+void SliderControl1::focusInEvent(QFocusEvent* event) {
+    if (focus_.In(event->reason())) {
+        repaint_.Request();
+    }
+}
+
+void SliderControl1::focusOutEvent(QFocusEvent*) {
+    if (focus_.Out()) {
+        repaint_.Request();
     }
 }

@@ -1,0 +1,65 @@
+#include "controls/slider_painting.h"
+
+#include "controls/colour.h"
+#include "controls/keyboard_focus.h"
+#include "controls/rounding.h"
+
+#include <QPainter>
+
+namespace {
+
+constexpr Colour kEdgeDark = 0x404040;
+constexpr Colour kEdgeLight = 0xC0C0C0;
+
+/// Puts edges on whole device pixels, so that the groove is as sharp as the screen at every scale.
+class Snap {
+  public:
+    explicit Snap(double ratio) : ratio_(ratio > 0 ? ratio : 1) {}
+    double operator()(double edge) const { return RoundToEven(edge * ratio_) / ratio_; }
+    QRectF operator()(const QRectF& rect) const {
+        const QPointF topLeft((*this)(rect.left()), (*this)(rect.top()));
+        return {topLeft, QPointF((*this)(rect.right()), (*this)(rect.bottom()))};
+    }
+
+  private:
+    double ratio_;
+};
+
+void DrawGroove(QPainter& painter, SliderLayout layout) {
+    const Snap snap(painter.device()->devicePixelRatioF());
+    layout.bar = snap(layout.bar);
+    painter.fillRect(layout.bar, Qt::black);
+    const auto lines = EdgingOfBar(layout);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const QRectF pixels(lines[i].p1(), lines[i].p2() + QPointF(1, 1));
+        painter.fillRect(pixels & layout.bar, ToQColor(i < 2 ? kEdgeDark : kEdgeLight));
+    }
+}
+
+void DrawThumb(QPainter& painter, const SliderLook& look, const ThumbPlace& place) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(look.fill);
+    painter.drawEllipse(place.thumb);
+    painter.translate(0.5, 0.5); // from the corner of a pixel to its middle
+    if (look.depth > 0) {
+        DrawBevel(painter, ThumbBevel(place, look.depth), kRaisedBevel);
+    }
+    if (look.focus) {
+        Ring mark = ThumbBevel(place, 1);
+        mark.radius -= look.depth / 2.0 + 1;
+        DrawFocusRing(painter, mark);
+    }
+    painter.translate(-0.5, -0.5);
+}
+
+} // namespace
+
+void DrawSlider(QPainter& painter, const SliderLook& look) {
+    if (look.size.isEmpty()) {
+        return;
+    }
+    const SliderLayout layout = LayOutSlider(look.size, look.value);
+    DrawGroove(painter, layout);
+    DrawThumb(painter, look, PlaceThumb(layout, look.value));
+}
