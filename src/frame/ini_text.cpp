@@ -1,5 +1,6 @@
 #include "frame/ini_text.h"
 
+#include <QStringDecoder>
 #include <algorithm>
 
 namespace {
@@ -27,7 +28,8 @@ QByteArray NameBytes(const QString& name) {
 }
 
 QString NameFrom(const QByteArray& bytes) {
-    return QString::fromUtf8(QByteArray::fromPercentEncoding(bytes));
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(QByteArray::fromPercentEncoding(bytes));
 }
 
 int HexDigit(QChar c) {

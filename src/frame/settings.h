@@ -14,11 +14,13 @@ class SettingsStore {
   public:
     /// folder: where the files lie; by default "Corvantine" in the user's configuration folder.
     explicit SettingsStore(QString folder = DefaultFolder());
+    virtual ~SettingsStore() = default;
     static QString DefaultFolder();
 
-    QString Get(const QString& application, const QString& section, const QString& key,
-                const QString& fallback);
-    void Save(const QString& application, const QString& section, const QString& key, const QString& text);
+    virtual QString Get(const QString& application, const QString& section, const QString& key,
+                        const QString& fallback);
+    virtual void Save(const QString& application, const QString& section, const QString& key,
+                      const QString& text);
 
     /// Typed reading: a text that is no such value gives the fallback.
     std::int32_t GetInteger(const QString& application, const QString& section, const QString& key,
@@ -33,6 +35,10 @@ class SettingsStore {
 
     /// The file of an application name. The name may hold any characters: it never leads out of the folder.
     QString FileOf(const QString& application) const;
+
+    // One store has the changes of one program: a copy would write them twice.
+    SettingsStore(const SettingsStore&) = delete;
+    SettingsStore& operator=(const SettingsStore&) = delete;
 
   private:
     struct Application {

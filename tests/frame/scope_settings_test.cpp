@@ -1,0 +1,216 @@
+#include "frame/scope_settings.h"
+
+#include "frame/settings.h"
+
+#include <QStringList>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Writes down what is asked of it and in which order.
+class RecordingStore : public SettingsStore {
+  public:
+    RecordingStore(const QString& folder, QStringList& calls) : SettingsStore(folder), calls_(calls) {}
+
+    QString Get(const QString& application, const QString& section, const QString& key,
+                const QString& fallback) override {
+        calls_ += QStringLiteral("get ") + key;
+        sections += application + QLatin1Char('/') + section;
+        return SettingsStore::Get(application, section, key, fallback);
+    }
+    void Save(const QString& application, const QString& section, const QString& key,
+              const QString& text) override {
+        calls_ += key + QLatin1Char('=') + text;
+        sections += application + QLatin1Char('/') + section;
+        SettingsStore::Save(application, section, key, text);
+    }
+    QStringList sections;
+
+  private:
+    QStringList& calls_;
+};
+
+QString Text(const QRect& r) {
+    return QStringLiteral("%1,%2 %3x%4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
+}
+
+class ScopeSettingsTest : public testing::Test {
+  protected:
+    static constexpr QSize kScreen{1920, 1080};
+
+    WindowPlace window(const char* name, QRect& place) {
+        return {[&place] { return place; },
+                [this, name, &place](const QRect& at) {
+                    place = at;
+                    calls_ += QString::fromLatin1(name) + QLatin1Char(' ') + Text(at);
+                }};
+    }
+    auto note(const char* name) {
+        return [this, name] { calls_ += QString::fromLatin1(name); };
+    }
+    ScopeSettings make() {
+        ScopeSettings::Calls calls;
+        calls.Screen = [] { return kScreen; };
+        calls.SkinIndex = [this] { return skin_; };
+        calls.SetSkinIndex = [this](int index) { skin_ = index; };
+        calls.SetControlColorsToMatchSkin = note("SetControlColorsToMatchSkin");
+        calls.FullScreenOn = [this] { return fullScreen_; };
+        calls.SetFullScreenOn = [this](bool on) { fullScreen_ = on; };
+        calls.FullScreenButton_Click = [this] {
+            fullScreen_ = !fullScreen_;
+            calls_ += QStringLiteral("FullScreenButton_Click");
+        };
+        calls.SampleDotsButton_Click = [this] {
+            record_.SampleDots = !record_.SampleDots;
+            calls_ += QStringLiteral("SampleDotsButton_Click");
+        };
+        calls.RestoreAcquisition = note("RestoreAcquisition");
+        calls.SaveAcquisition = note("SaveAcquisition");
+        return ScopeSettings(
+            record_, store_,
+            {window("fft", fft_), window("stats", stats_), window("time", time_), window("main", main_)},
+            std::move(calls));
+    }
+    void save(const char* key, const QString& text) {
+        store_.SettingsStore::Save("Corvantine", "ScopeSettings" + record_.SettingsSuffix, key, text);
+    }
+    void restore() { make().RestoreScopeSettings(); }
+
+    QStringList calls_;
+    QTemporaryDir folder_;
+    RecordingStore store_{folder_.path(), calls_};
+    Record record_;
+    int skin_ = 99;
+    bool fullScreen_ = true;
+    QRect fft_{100, 110, 400, 300};
+    QRect stats_{200, 210, 150, 90};
+    QRect time_{5, 6, 700, 500};
+    QRect main_{300, 310, 600, 450};
+};
+
+} // namespace
+
+TEST(BroughtOnScreen, TakesAnEdgeOutsideToZero) {
+    const QSize screen(1000, 800);
+    EXPECT_EQ(BroughtOnScreen({10, 20, 100, 100}, screen), QPoint(10, 20));
+    EXPECT_EQ(BroughtOnScreen({-1, -500, 100, 100}, screen), QPoint(0, 0));
+    EXPECT_EQ(BroughtOnScreen({900, 700, 100, 100}, screen), QPoint(900, 700));
+    EXPECT_EQ(BroughtOnScreen({901, 700, 100, 100}, screen), QPoint(0, 700));
+    EXPECT_EQ(BroughtOnScreen({900, 701, 100, 100}, screen), QPoint(900, 0));
+    EXPECT_EQ(BroughtOnScreen({10, 20, 2000, 2000}, screen), QPoint(0, 0));
+}
+
+TEST_F(ScopeSettingsTest, RestoresInOrderFromAnEmptyStore) {
+    restore();
+    EXPECT_EQ(calls_, QStringList({"get SkinColour",
+                                   "SetControlColorsToMatchSkin",
+                                   "get FFTWindowLeft",
+                                   "get FFTWindowTop",
+                                   "get FFTWindowHeight",
+                                   "get FFTWindowWidth",
+                                   "fft 100,110 400x300",
+                                   "get StatsWindowLeft",
+                                   "get StatsWindowTop",
+                                   "stats 200,210 150x90",
+                                   "get StatsWindowLeft",
+                                   "get StatsWindowTop",
+                                   "stats 200,210 150x90",
+                                   "get FullScreenTimeWindowLeft",
+                                   "get FullScreenTimeWindowTop",
+                                   "get FullScreenTimeWindowHeight",
+                                   "get FullScreenTimeWindowWidth",
+                                   "time 0,6 1920x1026",
+                                   "get SampleDots",
+                                   "SampleDotsButton_Click",
+                                   "get FullScreenTimeWindowOn",
+                                   "FullScreenButton_Click",
+                                   "get MainWindowLeft",
+                                   "get MainWindowTop",
+                                   "main 300,310 600x450",
+                                   "RestoreAcquisition"}));
+    EXPECT_EQ(skin_, -1);
+    EXPECT_FALSE(record_.SampleDots);
+    EXPECT_FALSE(fullScreen_);
+    EXPECT_EQ(store_.sections.count(store_.sections.front()), store_.sections.size());
+    EXPECT_EQ(store_.sections.front(), "Corvantine/ScopeSettings");
+}
+
+TEST_F(ScopeSettingsTest, SavesInItsOwnOrder) {
+    skin_ = 3;
+    record_.SampleDots = true;
+    make().SaveScopeSettings();
+    EXPECT_EQ(calls_, QStringList({"SkinColour=3", "SaveAcquisition", "SampleDots=True", "FFTWindowLeft=100",
+                                   "FFTWindowTop=110", "FFTWindowHeight=300", "FFTWindowWidth=400",
+                                   "StatsWindowLeft=200", "StatsWindowTop=210", "FullScreenTimeWindowLeft=5",
+                                   "FullScreenTimeWindowTop=6", "FullScreenTimeWindowHeight=500",
+                                   "FullScreenTimeWindowWidth=700", "FullScreenTimeWindowOn=True",
+                                   "StatsWindowHeight=90", "StatsWindowWidth=150", "MainWindowLeft=300",
+                                   "MainWindowTop=310"}));
+}
+
+TEST_F(ScopeSettingsTest, AForcedInstanceKeepsItsOwnSection) {
+    record_.SettingsSuffix = QStringLiteral("_5:2");
+    restore();
+    make().SaveScopeSettings();
+    for (const QString& section : store_.sections) {
+        EXPECT_EQ(section, "Corvantine/ScopeSettings_5:2");
+    }
+}
+
+TEST_F(ScopeSettingsTest, ComesBackAsItWasSaved) {
+    record_.SampleDots = true;
+    skin_ = 2;
+    const QRect fft = fft_;
+    const QRect time = time_;
+    make().SaveScopeSettings();
+    fft_ = QRect(0, 0, 50, 50);
+    time_ = fft_;
+    stats_.moveTo(0, 0);
+    main_.moveTo(0, 0);
+    fullScreen_ = false;
+    record_.SampleDots = false;
+    skin_ = 0;
+    restore();
+    EXPECT_EQ(fft_, fft);
+    EXPECT_EQ(time_, time);
+    EXPECT_EQ(stats_, QRect(200, 210, 150, 90));
+    EXPECT_EQ(main_, QRect(300, 310, 600, 450));
+    EXPECT_TRUE(fullScreen_);
+    EXPECT_TRUE(record_.SampleDots);
+    EXPECT_EQ(skin_, 2);
+}
+
+TEST_F(ScopeSettingsTest, TakesNoPlaceThatHidesAWindow) {
+    save("MainWindowLeft", "5000");
+    save("MainWindowTop", "-3");
+    save("FFTWindowWidth", "0");
+    save("FFTWindowHeight", "-20");
+    save("FFTWindowLeft", "1e300");
+    save("StatsWindowLeft", "garbage");
+    save("StatsWindowTop", "1000000000000");
+    save("FullScreenTimeWindowWidth", "40000");
+    restore();
+    EXPECT_EQ(main_.topLeft(), QPoint(0, 0));
+    EXPECT_EQ(fft_, QRect(100, 110, 400, 300));
+    EXPECT_EQ(stats_, QRect(200, 210, 150, 90));
+    EXPECT_EQ(time_.width(), kScreen.width());
+}
+
+TEST_F(ScopeSettingsTest, ReadsRealPlacesOfAnotherLocale) {
+    save("MainWindowLeft", "12.6");
+    save("MainWindowTop", "33,2");
+    restore();
+    EXPECT_EQ(main_.topLeft(), QPoint(13, 33));
+}
+
+TEST_F(ScopeSettingsTest, TakesNoSkinThatNoListCanHold) {
+    for (const char* text : {"-2", "2147483647", "red", "1e9"}) {
+        save("SkinColour", text);
+        restore();
+        EXPECT_EQ(skin_, -1) << text;
+    }
+    save("SkinColour", "4");
+    restore();
+    EXPECT_EQ(skin_, 4);
+}
