@@ -312,6 +312,15 @@ TEST_F(Settings, AKillAtAnyMomentLeavesAWholeFile) {
     EXPECT_EQ(files(), QStringList({"Corvantine.ini"}));
 }
 
+TEST_F(Settings, RemovesTheTemporaryOfAWriterThatWasKilled) {
+    QFile left(path() + ".Ab12Cd");
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    left.close();
+    store_.Save(kProgram, "a", "x", "1");
+    EXPECT_EQ(store_.Flush(), QStringList());
+    EXPECT_EQ(files(), QStringList({"Corvantine.ini"}));
+}
+
 TEST_F(Settings, InstancesThatCloseAtOnceLoseNothing) {
     constexpr int kInstances = 4;
     constexpr int kWritten = 25;
