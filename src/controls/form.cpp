@@ -2,9 +2,11 @@
 
 #include "controls/button_control.h"
 #include "controls/colour.h"
+#include "controls/face_pictures.h"
 #include "controls/fonts.h"
 #include "controls/hyperlink_label.h"
 #include "controls/knob_control.h"
+#include "controls/panel_picture.h"
 #include "controls/picture.h"
 #include "controls/rotated_label.h"
 #include "controls/slider_control.h"
@@ -82,10 +84,26 @@ QWidget* MakeCombo(const ControlDesign& row, QWidget* parent) {
 /// The custom controls take their properties in one go, in the order that they need.
 bool ReadsDesignKeys(ControlKind kind) {
     return kind == ControlKind::Knob || kind == ControlKind::Button || kind == ControlKind::Slider ||
-           kind == ControlKind::HyperLink;
+           kind == ControlKind::HyperLink || kind == ControlKind::Picture;
 }
 
-QWidget* Make(const ControlDesign& row, QWidget* parent, const QFont& font,
+QWidget* MakePicture(const ControlDesign& row, QWidget* parent, const FormDesign& form) {
+    auto* picture = new Picture(parent);
+    if (row.back != kNoColour) {
+        picture->SetBackColor(ToQColor(row.back));
+    }
+    for (const auto& [key, value] : row.properties) {
+        if (QLatin1String(key) == QLatin1String("drawing")) {
+            picture->SetDrawing(FindDrawing(value.toString(), form));
+            if (value.toString() == QLatin1String("panel")) {
+                picture->SetPicture(QPixmap::fromImage(PanelShapePicture(form)));
+            }
+        }
+    }
+    return picture;
+}
+
+QWidget* Make(const ControlDesign& row, QWidget* parent, const QFont& font, const FormDesign& form,
               const Form::CanvasMaker& makeCanvas) {
     switch (row.kind) {
     case ControlKind::Knob: {
@@ -135,13 +153,8 @@ QWidget* Make(const ControlDesign& row, QWidget* parent, const QFont& font,
         return line;
     }
     case ControlKind::Picture:
-    case ControlKind::Frame: {
-        auto* picture = new Picture(parent);
-        if (row.back != kNoColour) {
-            picture->SetBackColor(ToQColor(row.back));
-        }
-        return picture;
-    }
+    case ControlKind::Frame:
+        return MakePicture(row, parent, form);
     case ControlKind::Canvas:
         return makeCanvas ? makeCanvas(parent) : new QWidget(parent);
     }
@@ -159,7 +172,7 @@ Form::Form(const FormDesign& design, QWidget* parent, const CanvasMaker& makeCan
     for (const ControlDesign& row : design.controls) {
         QWidget* holder = row.parent == nullptr ? this : control<QWidget>(row.parent);
         const QFont rowFont = MakeFont(row.font, formFont);
-        QWidget* widget = Make(row, holder, rowFont, makeCanvas);
+        QWidget* widget = Make(row, holder, rowFont, design, makeCanvas);
         widget->setObjectName(ControlName(row.name, row.index));
         widget->setFont(rowFont);
         widget->setToolTip(row.tip);

@@ -11,7 +11,10 @@ FormDesign PanelForm(const QString& name, int row, const QString& header, Colour
     const QRect place = Geometry::Header(row);
     FormDesign form{.name = name, .caption = header, .size = Geometry::Size(), .font = kPanelFont};
     form.controls = {
-        {.kind = ControlKind::Picture, .name = "Image2", .place = {{0, 0}, Geometry::Size()}},
+        {.kind = ControlKind::Picture,
+         .name = "Image2",
+         .place = {{0, 0}, Geometry::Size()},
+         .properties = {{"drawing", "panel"}}},
         {.kind = ControlKind::Picture, .name = "Image1", .place = place, .tip = tip},
         {.kind = ControlKind::Label,
          .name = "TabName",

@@ -6,23 +6,29 @@
 #include <QSize>
 
 /// What all pull-out panels share: one size and place, and a header each, one below another, that stands
-/// out of the main window's right edge while the panel is closed.
+/// out of the main window's right edge while the panel is closed. A panel that is pulled out leaves a window
+/// between itself and the main window, through which the headers of the closed ones stay in reach.
 struct PanelGeometry {
     static constexpr int kTuck = 4;    ///< of the panel, still under the main window when pulled out
-    static constexpr int kBody = 200;  ///< width in view when pulled out, without the header
+    static constexpr int kWindow = 52; ///< width of the window for the other headers
+    static constexpr int kBody = 200;  ///< width of the face that carries the controls
     static constexpr int kHeader = 48; ///< width of a header
     static constexpr int kHeight = 376;
     static constexpr int kHeaderHeight = 38;
     static constexpr int kHeaderPitch = 40;
     static constexpr int kFirstHeader = 9; ///< top of the first header
+    static constexpr int kRail = 7;        ///< height of the rails above and below the window
     static constexpr int kMargin = 12;
-    static constexpr int kLeft = kTuck + kMargin;          ///< of a panel's contents
-    static constexpr int kRight = kTuck + kBody - kMargin; ///< one past them
+    static constexpr int kBodyLeft = kTuck + kWindow;
+    static constexpr int kBodyRight = kBodyLeft + kBody;
+    static constexpr int kLeft = kBodyLeft + kMargin;   ///< of a panel's contents
+    static constexpr int kRight = kBodyRight - kMargin; ///< one past them
     static constexpr int kWidth = kRight - kLeft;
+    static constexpr int kTravel = kWindow + kBody; ///< from closed to pulled out
 
-    static constexpr QSize Size() { return {kTuck + kBody + kHeader, kHeight}; }
+    static constexpr QSize Size() { return {kBodyRight + kHeader, kHeight}; }
     static constexpr QRect Header(int row) {
-        return {kTuck + kBody, kFirstHeader + row * kHeaderPitch, kHeader, kHeaderHeight};
+        return {kBodyRight, kFirstHeader + row * kHeaderPitch, kHeader, kHeaderHeight};
     }
 };
 

@@ -3,6 +3,16 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+QPixmap RenderDrawing(const FaceDrawing& drawing, QSize size, double ratio) {
+    QPixmap pixmap(size * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawing(painter, QRectF(QPointF(0, 0), size));
+    return pixmap;
+}
+
 Picture::Picture(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
 }
@@ -17,12 +27,23 @@ void Picture::SetPicture(const QPixmap& picture) {
     update();
 }
 
+void Picture::SetDrawing(FaceDrawing drawing) {
+    drawing_ = std::move(drawing);
+    drawn_ = {};
+    update();
+}
+
 void Picture::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (back_.isValid()) {
         painter.fillRect(rect(), back_);
     }
-    if (!picture_.isNull()) {
+    if (drawing_ && (picture_.isNull() || devicePixelRatioF() > 1.0)) {
+        if (drawn_.size() != size() * devicePixelRatioF()) {
+            drawn_ = RenderDrawing(drawing_, size(), devicePixelRatioF());
+        }
+        painter.drawPixmap(0, 0, drawn_);
+    } else if (!picture_.isNull()) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform, devicePixelRatioF() > 1.0);
         painter.drawPixmap(rect(), picture_);
     }

@@ -2,6 +2,13 @@
 
 #include <QPixmap>
 #include <QWidget>
+#include <functional>
+
+/// Draws into a rectangle of the face in logical pixels; the painter brings the screen's resolution.
+using FaceDrawing = std::function<void(QPainter& painter, const QRectF& place)>;
+
+/// A drawing as a pixmap of that many device pixels to a logical one, transparent where it leaves out.
+QPixmap RenderDrawing(const FaceDrawing& drawing, QSize size, double ratio);
 
 /// An image control: shows a picture stretched to its size, or one colour, and reports the mouse.
 class Picture : public QWidget {
@@ -14,6 +21,10 @@ class Picture : public QWidget {
     void SetBackColor(const QColor& colour);
     void SetPicture(const QPixmap& picture);
     const QPixmap& Image() const { return picture_; }
+    /// Shown in place of the picture where the screen is finer, or there is none: the same art at any
+    /// resolution. The picture stays what outlines and colours are taken from. An empty function takes the
+    /// drawing away.
+    void SetDrawing(FaceDrawing drawing);
 
   signals:
     void MouseDown(Qt::MouseButton button, QPoint position);
@@ -30,5 +41,7 @@ class Picture : public QWidget {
 
   private:
     QPixmap picture_;
-    QColor back_; ///< invalid: transparent
+    FaceDrawing drawing_;
+    QPixmap drawn_; ///< the drawing at the present size and resolution
+    QColor back_;   ///< invalid: transparent
 };

@@ -149,12 +149,14 @@ void AddCursorBars(std::vector<ControlDesign>& rows) {
                         .name = "VertCursorHandle",
                         .index = i,
                         .place = {along, 0, kHandle, kCursorBar},
+                        .properties = {{"drawing", QStringLiteral("timeCursor%1").arg(i + 1)}},
                         .parent = "VertCursorBar",
                         .visible = false});
         rows.push_back({.kind = ControlKind::Picture,
                         .name = "HorizCursorHandle",
                         .index = i,
                         .place = {0, along, kCursorBar, kHandle},
+                        .properties = {{"drawing", QStringLiteral("levelCursor%1").arg(i + 1)}},
                         .parent = "HorizCursorBar",
                         .visible = false});
     }
@@ -193,22 +195,23 @@ void AddKnobs(std::vector<ControlDesign>& rows) {
                              {"KnobValueFormat", QStringLiteral("0\\% trig")},
                              {"KnobValueAlign", 2},
                              {"KnobValueQuantized", true}}));
-    rows.push_back(ZoomKnob("HorizZoomKnob", {464, 192, 59, 45}, "Horizontal zoom", 100));
-    rows.push_back(ZoomKnob("VertZoomKnob", {464, 240, 59, 45}, "Vertical zoom", 20));
+    rows.push_back(ZoomKnob("HorizZoomKnob", {468, 189, 59, 45}, "Horizontal zoom", 100));
+    rows.push_back(ZoomKnob("VertZoomKnob", {468, 239, 59, 45}, "Vertical zoom", 20));
 }
 
 void AddButtons(std::vector<ControlDesign>& rows) {
-    rows.push_back(FaceButton("TrigModeButton", {546, 180, 44, 44}, "norm",
+    rows.push_back(FaceButton("TrigModeButton", {548, 190, 40, 40}, "norm",
                               "Trigger mode: auto, norm or free running", kPanelButtonFont));
-    rows.push_back(FaceButton("TrigTypeButton", {594, 180, 44, 44}, "0",
+    rows.push_back(FaceButton("TrigTypeButton", {596, 190, 40, 40}, "0",
                               "Trigger type: less than, greater than, falling edge or rising edge",
                               SymbolFont(21.75)));
-    rows.push_back(FaceButton("SampleDotsButton", {552, 244, 32, 32}, "8",
+    rows.push_back(FaceButton("SampleDotsButton", {552, 252, 32, 32}, "8",
                               "Show sample points as dots (from zoom x5 on)", SymbolFont(14.25)));
     rows.push_back({.kind = ControlKind::Picture,
                     .name = "SkinColourImage",
-                    .place = {600, 244, 32, 32},
-                    .tip = "Change the colour of the panel"});
+                    .place = {600, 252, 32, 32},
+                    .tip = "Change the colour of the panel",
+                    .properties = {{"drawing", "skinColour"}}});
     rows.push_back(FaceButton("RunButton", {452, 314, 72, 72}, "running", "Run and stop acquisition"));
     rows.push_back(
         FaceButton("OnceButton", {556, 314, 72, 72}, "single", "Single shot: stop after one acquisition"));
@@ -223,11 +226,11 @@ void AddButtons(std::vector<ControlDesign>& rows) {
 }
 
 void AddStatus(std::vector<ControlDesign>& rows) {
-    rows.push_back(StatusLabel("TriggerStatusLabel", {28, 370, 84, 30}, "trigger ?", 0x808080,
+    rows.push_back(StatusLabel("TriggerStatusLabel", {28, 370, 80, 30}, "trigger ?", 0x808080,
                                Qt::AlignLeft | Qt::AlignVCenter, {"Arial", 9.75, true}));
-    rows.push_back(StatusLabel("AcqModeLabel", {120, 370, 228, 30}, "Acquistion mode: ", kWhite,
+    rows.push_back(StatusLabel("AcqModeLabel", {112, 370, 224, 30}, "Acquistion mode: ", kWhite,
                                Qt::AlignLeft | Qt::AlignVCenter, {}));
-    rows.push_back(StatusLabel("DemoLabel", {352, 370, 68, 30}, "Demo Mode !", 0x20C0FF,
+    rows.push_back(StatusLabel("DemoLabel", {340, 370, 80, 30}, "Demo Mode !", 0x20C0FF,
                                Qt::AlignRight | Qt::AlignVCenter, {"Arial", 8.25, true}));
 }
 
@@ -239,8 +242,8 @@ FormDesign Build() {
     // Panels at the anchor are hidden but for their headers; one width further right they are all in view.
     rows.push_back({.kind = ControlKind::Picture,
                     .name = "TabSliderAnchorImage",
-                    .place = {kFace.width() - Geometry::kTuck - Geometry::kBody,
-                              (kFace.height() - Geometry::kHeight) / 2, Geometry::kBody, Geometry::kHeight},
+                    .place = {kFace.width() - Geometry::kTuck - Geometry::kTravel,
+                              (kFace.height() - Geometry::kHeight) / 2, Geometry::kTravel, Geometry::kHeight},
                     .visible = false});
     AddPlot(rows);
     AddCursorBars(rows);

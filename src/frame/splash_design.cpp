@@ -23,7 +23,10 @@ const FormDesign& SplashDesign() {
         .back = 0x302820,
         .font = kFaceFont,
         .controls = {
-            {.kind = ControlKind::Picture, .name = "Image1", .place = {0, 0, 400, 208}},
+            {.kind = ControlKind::Picture,
+             .name = "Image1",
+             .place = {0, 0, 400, 208},
+             .properties = {{"drawing", "splash"}}},
             Line(0, {24, 24, 280, 40}, "Corvantine", 0xFFFFFF, {"Arial", 24, true}),
             Line(5, {308, 36, 68, 20}, "Ver", 0xC0C0C0, {"Arial", 8.25}),
             Line(1, {24, 84, 352, 20}, "loading...", 0xFFFFFF, {"Arial", 9.75, true}),

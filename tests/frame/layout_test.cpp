@@ -1,7 +1,13 @@
+#include "controls/colour.h"
 #include "controls/panel_design.h"
+#include "controls/panel_picture.h"
 #include "frame/all_forms.h"
 #include "frame/main_form_design.h"
+#include "layout_json.h"
 
+#include <QDir>
+#include <QFile>
+#include <QImage>
 #include <QSet>
 #include <gtest/gtest.h>
 
@@ -77,6 +83,26 @@ TEST(Layout, NothingOverlaps) {
                 EXPECT_FALSE(a.place.intersects(b.place)) << Where(form, a) << " " << Where(form, b);
             }
         }
+    }
+}
+
+TEST(Layout, TheSkinsWerePaintedForThePresentPlaces) {
+    QFile file(QStringLiteral(CORVANTINE_SOURCE_DIR "/skins/layout.json"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll().toStdString(), LayoutJson(MainFormDesign()).toStdString())
+        << "run export_layout > skins/layout.json, then skins/paint_skins.py";
+}
+
+TEST(Layout, EverySkinHasTheSizeOfTheFaceAndTheKeyColourAtItsTopRight) {
+    const QDir skins(QStringLiteral(CORVANTINE_SOURCE_DIR "/skins"));
+    const QStringList files = skins.entryList({"Corvantine_skin_*.bmp"}, QDir::Files);
+    EXPECT_GE(files.size(), 4);
+    for (const QString& file : files) {
+        const QImage skin(skins.filePath(file));
+        ASSERT_EQ(skin.size(), MainFormDesign().size) << file.toStdString();
+        EXPECT_EQ(skin.pixelColor(skin.width() - 1, 0), ToQColor(kShapeKey)) << file.toStdString();
+        const QImage fine(skins.filePath("fine/" + QString(file).replace(".bmp", ".jpg")));
+        EXPECT_EQ(fine.size(), 3 * skin.size()) << file.toStdString();
     }
 }
 
