@@ -20,6 +20,7 @@ void ShowBox(const QString& text) {
 Environment RealEnvironment() {
     Environment environment;
     environment.applicationFolder = QApplication::applicationDirPath();
+    environment.settingsFolder = SettingsStore::DefaultFolder();
     environment.commandLine = QApplication::arguments().mid(1).join(QLatin1Char(' '));
     environment.show = ShowBox;
     environment.sleep = [](int milliseconds) { QThread::msleep(static_cast<unsigned long>(milliseconds)); };
@@ -37,7 +38,7 @@ int main(int argc, char** argv) {
     ApplyFaceStyle(application);
 
     Environment environment = RealEnvironment();
-    DriverChoice choice = ChooseDriver(environment.applicationFolder);
+    DriverChoice choice = ChooseDriver(NamedDriver(), environment.applicationFolder);
     if (!choice.failure.isEmpty()) {
         std::fprintf(stderr, "%s\n", qPrintable(choice.failure));
         environment.show(choice.failure);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "acquisition/acquisition_settings.h"
 #include "acquisition/horizontal_tab.h"
 #include "acquisition/run_loop.h"
 #include "acquisition/timebase.h"
@@ -33,6 +34,7 @@ struct Instrument {
 
     void SplashLine(int index, const QString& text);
     void SkinPanel(int slot);
+    void SkinMainForm();
     void ShowMainForm();
     void RestoreTabSettings(int slot);
     void UnloadTab(int slot);
@@ -44,6 +46,7 @@ struct Instrument {
     DebugLog log;
     SettingsStore settings;
     Forms forms;
+    AcquisitionState acquisition;
     bool closing = false;
 
     std::unique_ptr<Shell> shell;
@@ -55,5 +58,13 @@ struct Instrument {
     PerScope<std::unique_ptr<ChannelTab>> channelTabs;
     std::unique_ptr<SkinSelection> skins;
     std::unique_ptr<TabPanels> tabPanels;
+    std::unique_ptr<AcquisitionSettings> acquisitionSettings;
     std::unique_ptr<ScopeSettings> scopeSettings;
+
+  private:
+    void ConnectDisplay();
+    void ConnectAcquisition();
+    void ConnectChannels();
+    void ConnectFace();
+    void ConnectSettings();
 };

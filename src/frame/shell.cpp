@@ -5,26 +5,20 @@
 #include "controls/picture.h"
 #include "controls/slider_control.h"
 #include "frame/helpers.h"
-#include "skin/surface.h"
+#include "skin/tab_panels.h"
 
-#include <QWindow>
 #include <utility>
 
 namespace {
-constexpr int kStats = 0;
-constexpr int kSpectrum = 1;
-constexpr int kLargeTime = 2;
 constexpr Colour kOn = 0x00FF00;
 constexpr Colour kOff = 0x808080;
 } // namespace
 
-Shell::Shell(Record& record, Forms& forms, Calls calls)
-    : record_(record), forms_(forms), calls_(std::move(calls)) {
-    parked_[kStats].window = forms.StatsForm.get();
-    parked_[kSpectrum].window = forms.FFTForm.get();
-    parked_[kLargeTime].window = forms.FullScreenTimeForm.get();
+Shell::Shell(Record& record, Forms& forms, TabPanels& panels, Calls calls)
+    : record_(record), forms_(forms), panels_(panels), calls_(std::move(calls)) {}
 
-    const Form& main = *forms.MainForm;
+void Shell::Connect() {
+    const Form& main = *forms_.MainForm;
     auto button = [&](const char* name, void (Shell::*handler)()) {
         connect(main.control<ButtonControl1>(name), &ButtonControl1::Click, this, handler);
     };
@@ -36,25 +30,23 @@ Shell::Shell(Record& record, Forms& forms, Calls calls)
     button("UsersGuideButton", &Shell::UsersGuideButton_Click);
     connect(main.control<ButtonControl1>("CloseButton"), &ButtonControl1::Click, this,
             [this] { calls_.Close(); });
-    connect(main.control<Picture>("Image1"), &Picture::MouseDown, this, &Shell::Image1_MouseDown);
+    connect(forms_.surface.get(), &Surface::CloseRequested, this, [this] { calls_.Close(); });
+    connect(forms_.surface.get(), &Surface::Activated, this, &Shell::Form_Activate);
     connect(main.timer("IDTimer"), &QTimer::timeout, this, &Shell::IDTimer_Timer);
+
+    Picture* face = main.control<Picture>("Image1");
+    forms_.surface->MoveBy(*face);
+    connect(face, &Picture::MouseDown, this, &Shell::SetDefaultLayering);
 }
 
 void Shell::SetDefaultLayering() {
-    forms_.StatsForm->raise();
+    panels_.SetDefaultLayering();
 }
 
 void Shell::Form_Activate() {
     SetDefaultLayering();
     forms_.FFTForm->lower();
     forms_.FullScreenTimeForm->lower();
-}
-
-void Shell::Image1_MouseDown() {
-    if (QWindow* window = forms_.surface->windowHandle()) {
-        window->startSystemMove();
-    }
-    SetDefaultLayering();
 }
 
 void Shell::NormaliseButton_Click() {
@@ -69,35 +61,17 @@ void Shell::NormaliseButton_Click() {
     calls_.PlotNow();
 }
 
-void Shell::Minimise(std::initializer_list<int> satellites) {
-    for (int which : satellites) {
-        Parked& parked = parked_[which];
-        if (parked.window->isVisible()) {
-            parked.minimised = true;
-            parked.window->hide();
-        }
-    }
+void Shell::Minimise(bool largeTimeToo) {
+    panels_.ParkWindows(largeTimeToo);
     forms_.surface->showMinimized();
 }
 
 void Shell::MinimiseButton_Click() {
-    Minimise({kStats, kSpectrum, kLargeTime});
+    Minimise(true);
 }
 
 void Shell::MinimiseMostlyButton_Click() {
-    Minimise({kStats, kSpectrum});
-}
-
-void Shell::RestoreParkedWindows() {
-    if (forms_.surface->isMinimized()) {
-        return;
-    }
-    for (Parked& parked : parked_) {
-        if (parked.minimised) {
-            parked.minimised = false;
-            parked.window->show();
-        }
-    }
+    Minimise(false);
 }
 
 void Shell::FullScreenButton_Click() {

@@ -5,21 +5,24 @@
 #include <QObject>
 #include <functional>
 
-class DebugLog;
+class TabPanels;
 
-/// The main window beyond the instrument: moving, stacking, its window buttons, the satellites that follow
-/// it, the guide and the identification timer.
+/// The main window beyond the instrument: stacking, its window buttons, the satellites that follow it, the
+/// guide and the identification timer.
 class Shell : public QObject {
     Q_OBJECT
   public:
     struct Calls {
         std::function<void()> PlotNow;
-        std::function<void()> Close;                     ///< ends the program
-        std::function<void(int channel)> IDButton_Click; ///< of that channel's tab
-        std::function<void(const QString& file)> OpenDocument;
+        std::function<void()> Close;                           ///< ends the program
+        std::function<void(int channel)> IDButton_Click;       ///< of that channel's tab
+        std::function<void(const QString& file)> OpenDocument; ///< of the application's folder
     };
 
-    Shell(Record& record, Forms& forms, Calls calls);
+    Shell(Record& record, Forms& forms, TabPanels& panels, Calls calls);
+
+    /// Connects the handlers to the signals of their controls.
+    void Connect();
 
     /// The measurement window never falls behind the panel.
     void SetDefaultLayering();
@@ -33,22 +36,13 @@ class Shell : public QObject {
     void UsersGuideButton_Click();
     void IDTimer_Timer();
 
-    /// Satellites that a minimise has parked come back to where they were. Called while the panel follows.
-    void RestoreParkedWindows();
-
     bool FullScreenOn = false;
 
   private:
-    struct Parked {
-        Form* window = nullptr;
-        bool minimised = false;
-    };
-
-    void Image1_MouseDown();
-    void Minimise(std::initializer_list<int> satellites);
+    void Minimise(bool largeTimeToo);
 
     Record& record_;
     Forms& forms_;
+    TabPanels& panels_;
     Calls calls_;
-    Indexed<Parked, 0, 2> parked_; ///< measurement, spectrum, large time window
 };

@@ -10,7 +10,7 @@ constexpr int kMostWaits = 20;
 constexpr int kWait = 50; ///< ms; a handler that is still busy after a second is left behind
 
 void WaitForHandlers(Instrument& i) {
-    for (int waits = 0; waits < kMostWaits && (i.tabPanels->TabTimerBusy() || i.runLoop->RunTimerBusy());
+    for (int waits = 0; waits < kMostWaits && (i.tabPanels->TabTimerBusy || i.acquisition.RunTimerBusy);
          ++waits) {
         i.environment.sleep(kWait);
     }

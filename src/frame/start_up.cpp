@@ -1,6 +1,8 @@
 #include "frame/start_up.h"
 
 #include "about/device_list.h"
+#include "controls/button_control.h"
+#include "controls/picture.h"
 #include "frame/command_line.h"
 #include "frame/discovery.h"
 #include "frame/instrument.h"
@@ -125,7 +127,9 @@ void OfferChannel(Instrument& i, int channel) {
     i.forms.TabForm[kHorzTab]->control<ButtonControl1>("TrigChanButton", channel)->SetButtonVisible(inUse);
     auto* save = i.forms.TabForm[kDataTab]->control<QCheckBox>("SaveCh", channel);
     save->setVisible(inUse);
-    SetBackColour(save, i.record.ChannelColour[channel]);
+    QPalette palette = save->palette();
+    palette.setColor(QPalette::Window, ToQColor(i.record.ChannelColour[channel]));
+    save->setPalette(palette);
     if (!inUse) {
         return;
     }
@@ -232,8 +236,13 @@ void ShowForms(Instrument& i) {
         i.RestoreTabSettings(slot);
         i.forms.TabForm[slot]->show();
     }
-    i.StretchSpectrumCursors();
-    i.LayerWindows();
+    i.forms.FFTForm->control<QWidget>("FFTCursorLineVert")->resize(1, i.forms.FFTForm->height());
+    i.forms.FFTForm->control<QWidget>("FFTCursorLineHoriz")->resize(i.forms.FFTForm->width(), 1);
+    for (QWidget* window :
+         std::initializer_list<QWidget*>{i.forms.FullScreenTimeForm.get(), i.forms.surface.get(),
+                                         i.forms.StatsForm.get(), i.forms.FFTForm.get()}) {
+        window->raise();
+    }
     for (int cursor = 0; cursor < Record::kCursors; ++cursor) {
         for (const char* axis : {"Vert", "Horiz"}) {
             const QByteArray box = QByteArray(axis) + "CursorEn";
@@ -254,7 +263,7 @@ void StartRunning(Instrument& i) {
     i.record.PlotInhibit = false;
     i.record.TracesStale = false;
     i.plotter->PlotNow();
-    i.Form_Activate();
+    i.shell->Form_Activate();
     i.forms.MainForm->timer("AutoTriggerTimer")->start();
     i.trigger->TriggerKnob_Done();
     i.log.PrintLog(QStringLiteral("Running scope timer"));

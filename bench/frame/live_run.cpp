@@ -1,0 +1,102 @@
+// Runs the program as main does, with the driver that it would choose, and tells how long it took from the
+// start of the process to the first plot on the screen, how many plots a second it then held and how much
+// of one core that took. Usage: live_run [seconds], 30 unless told.
+
+#include "controls/face_style.h"
+#include "controls/symbol_font.h"
+#include "display/plot_canvas.h"
+#include "driver/driver_choice.h"
+#include "frame/instrument.h"
+#include "frame/start_up.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+#include <cstdio>
+#include <ctime>
+#include <unistd.h>
+
+namespace {
+
+double SecondsOf(clockid_t clock) {
+    timespec now{};
+    clock_gettime(clock, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+/// Seconds since boot at which this process was started.
+double ProcessStart() {
+    constexpr int kFieldsBefore = 19; // between the name's bracket and the start time
+    QFile stat(QStringLiteral("/proc/self/stat"));
+    if (!stat.open(QIODevice::ReadOnly)) {
+        return 0;
+    }
+    const QByteArray text = stat.readAll();
+    const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
+    return fields.value(kFieldsBefore).toDouble() / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+/// Watches the canvas being painted once plots may be drawn.
+class FirstPaint : public QObject {
+  public:
+    explicit FirstPaint(const Record& record) : record_(record) {}
+    double at = 0;
+    int paints = 0;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && !record_.PlotInhibit) {
+            ++paints;
+            at = at == 0 ? SecondsOf(CLOCK_BOOTTIME) : at;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    const Record& record_;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Corvantine"));
+    const QStringList arguments = QApplication::arguments();
+    const int seconds = arguments.size() > 1 ? arguments[1].toInt() : 30;
+    LoadSymbolFont();
+    ApplyFaceStyle(application);
+
+    const QTemporaryDir settings;
+    Environment environment;
+    environment.applicationFolder = QApplication::applicationDirPath();
+    environment.settingsFolder = settings.path();
+    environment.show = [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); };
+    environment.sleep = [](int milliseconds) { QThread::msleep(static_cast<unsigned long>(milliseconds)); };
+    environment.yield = [] { QApplication::processEvents(); };
+    Driver driver(ChooseDriver(NamedDriver(), environment.applicationFolder).backend);
+    Record record;
+    FirstPaint firstPaint(record);
+    Instrument instrument(record, driver, std::move(environment));
+    StartUp(instrument);
+    instrument.forms.MainForm->control<PlotCanvas>("MainPlotCanvas")->installEventFilter(&firstPaint);
+    while (firstPaint.at == 0) {
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    std::printf("first plot on screen after %.3f s\n", firstPaint.at - ProcessStart());
+
+    const auto passes = instrument.acquisition.PassCount;
+    const int paints = firstPaint.paints;
+    const double cpu = SecondsOf(CLOCK_PROCESS_CPUTIME_ID);
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < seconds * 1000LL) {
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    const double elapsed = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
+    std::printf("over %.1f s: %.1f plots/s, %.1f paints/s, %.1f %% of one core\n", elapsed,
+                (instrument.acquisition.PassCount - passes) / elapsed, (firstPaint.paints - paints) / elapsed,
+                (SecondsOf(CLOCK_PROCESS_CPUTIME_ID) - cpu) / elapsed * 100);
+    return 0;
+}

@@ -1,0 +1,79 @@
+#include "about/about_tab_design.h"
+#include "acquisition/horizontal_tab_design.h"
+#include "analysis/measurement_design.h"
+#include "analysis/spectrum_design.h"
+#include "channels/channel_tab_design.h"
+#include "channels/math_tab_design.h"
+#include "channels/offset_null_design.h"
+#include "display/cursor_tab_design.h"
+#include "display/large_time_design.h"
+#include "display/plot_canvas.h"
+#include "export/data_tab_design.h"
+#include "frame/instrument.h"
+#include "frame/main_form_design.h"
+#include "frame/splash_design.h"
+#include "skin/surface.h"
+
+#include <QLabel>
+
+// The windows of the instrument, each from its table.
+
+namespace {
+
+/// A window of its own beside the panel: without a frame, and with no place in the task bar of its own.
+std::unique_ptr<Form> Satellite(const FormDesign& design, QWidget* owner) {
+    auto form = std::make_unique<Form>(design, owner, kPlotCanvas);
+    form->setWindowFlags(owner != nullptr ? Qt::Tool | Qt::FramelessWindowHint
+                                          : Qt::Window | Qt::FramelessWindowHint);
+    return form;
+}
+
+} // namespace
+
+void Instrument::CreateSplash() {
+    forms.SplashForm = std::make_unique<Form>(SplashDesign());
+    forms.SplashForm->setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
+}
+
+void Instrument::SplashLine(int index, const QString& text) {
+    forms.SplashForm->control<QLabel>("Label1", index)->setText(text);
+}
+
+void Instrument::CreateMainForm() {
+    forms.surface = std::make_unique<Surface>();
+    forms.EmptyForm = new Form(
+        {.name = QStringLiteral("Corvantine_EmptyForm"), .caption = {}, .size = {1, 1}}, forms.surface.get());
+    forms.EmptyForm->hide();
+    forms.TabForm.fill(forms.EmptyForm);
+    forms.MainForm = new Form(MainFormDesign(), forms.surface.get(), kPlotCanvas);
+}
+
+void Instrument::CreateTabForms() {
+    QWidget* surface = forms.surface.get();
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        forms.TabForm[channel] = new Form(ChannelTabDesign(channel, record.ChannelColour[channel]), surface);
+        forms.TabForm[channel]->Tag = QString::number(channel);
+    }
+    forms.TabForm[kMathTab] = new Form(MathTabDesign(), surface);
+    forms.TabForm[kDataTab] = new Form(DataTabDesign(), surface);
+    forms.TabForm[kCursTab] = new Form(CursorTabDesign(), surface);
+    forms.TabForm[kHorzTab] = new Form(HorizontalTabDesign(), surface);
+    forms.TabForm[kAboutTab] = new Form(AboutTabDesign(), surface);
+
+    std::vector<Form*> panels;
+    for (Form* form : forms.TabForm) {
+        if (form != forms.EmptyForm) {
+            form->hide();
+            panels.push_back(form);
+        }
+    }
+    forms.surface->Carry(*forms.MainForm, panels);
+    forms.surface->MakeRoom(forms.MainForm->control<QWidget>("TabSliderAnchorImage")->geometry());
+}
+
+void Instrument::CreateSatellites() {
+    forms.StatsForm = Satellite(MeasurementDesign(), forms.surface.get());
+    forms.OffsetNullForm = Satellite(OffsetNullDesign(), forms.surface.get());
+    forms.FFTForm = Satellite(SpectrumDesign(), nullptr);
+    forms.FullScreenTimeForm = Satellite(LargeTimeDesign(), nullptr);
+}

@@ -1,0 +1,255 @@
+#include "controls/button_control.h"
+#include "controls/knob_control.h"
+#include "controls/slider_control.h"
+#include "display/plot_canvas.h"
+#include "frame/instrument.h"
+#include "frame/shut_down.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QDir>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QRadioButton>
+#include <QScreen>
+#include <QUrl>
+
+// The parts of the instrument, each with the controls that it reads and the calls that it makes. All are
+// made before any is connected, so that no signal meets half an instrument.
+
+namespace {
+
+WindowPlace PlaceOf(Form& form) {
+    return {.place = [&form] { return form.geometry(); },
+            .put = [&form](const QRect& place) { form.setGeometry(place); }};
+}
+
+/// The main form's place is that of the face: the surface reaches further, to where the panels come out.
+WindowPlace PlaceOf(Surface& surface, const Form& face) {
+    return {.place = [&] { return QRect(QPoint(surface.Left(), surface.Top()), face.size()); },
+            .put = [&](const QRect& place) { surface.MoveTo(place.left(), place.top()); }};
+}
+
+} // namespace
+
+void Instrument::ConnectParts() {
+    ConnectDisplay();
+    ConnectFace();
+    ConnectChannels();
+    ConnectAcquisition();
+    ConnectSettings();
+
+    runLoop->Load();
+    runLoop->Connect();
+    trigger->Connect();
+    timebase->Connect();
+    for (auto& tab : channelTabs) {
+        tab->Connect();
+        tab->Form_Load();
+    }
+    shell->Connect();
+}
+
+void Instrument::ConnectDisplay() {
+    const Form& main = *forms.MainForm;
+    PlotControls controls;
+    controls.VertPanSlider = main.control<SliderControl1>("VertPanSlider");
+    controls.HorizPanSlider = main.control<SliderControl1>("HorizPanSlider");
+    controls.PretriggerSlider = main.control<SliderControl1>("PretriggerSlider");
+    controls.VertZoomKnob = main.control<KnobControl1>("VertZoomKnob");
+    controls.HorizZoomKnob = main.control<KnobControl1>("HorizZoomKnob");
+    controls.TriggerKnob = main.control<KnobControl1>("TriggerKnob");
+    controls.DelayKnob = forms.TabForm[kHorzTab]->control<KnobControl1>("DelayKnob");
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        controls.OffsetKnob[channel] = forms.TabForm[channel]->control<KnobControl1>("OffsetKnob");
+    }
+    for (int cursor = 0; cursor < Record::kCursors; ++cursor) {
+        controls.VertCursorEn[cursor] = forms.TabForm[kCursTab]->control<QCheckBox>("VertCursorEn", cursor);
+        controls.HorizCursorEn[cursor] = forms.TabForm[kCursTab]->control<QCheckBox>("HorizCursorEn", cursor);
+    }
+    controls.FFTWindowCombo = forms.TabForm[kMathTab]->control<QComboBox>("FFTWindowCombo");
+    controls.FFTPlotType0 = forms.TabForm[kMathTab]->control<QRadioButton>("FFTPlotType", 0);
+
+    auto* canvas = main.control<PlotCanvas>("MainPlotCanvas");
+    plotter = std::make_unique<Plotter>(record, driver, controls, canvas->Surface(), canvas, PlotCalls{});
+    QObject::connect(canvas, &PlotCanvas::Resized, forms.MainForm, [this] { plotter->PlotNow(); });
+
+    // The view has no other part yet: each of its controls only asks for a new picture.
+    auto plotOn = [this](auto* control, auto signal) {
+        QObject::connect(control, signal, forms.MainForm, [this] {
+            plotter->PlotNow();
+            shell->SetDefaultLayering();
+        });
+    };
+    plotOn(controls.VertZoomKnob, &KnobControl1::Change);
+    plotOn(controls.HorizZoomKnob, &KnobControl1::Change);
+    plotOn(controls.VertPanSlider, &SliderControl1::Change);
+    plotOn(controls.HorizPanSlider, &SliderControl1::Change);
+
+    auto* large = forms.FullScreenTimeForm->control<PlotCanvas>("Canvas");
+    plotter->SetLargeTimePlot({.Open = [this] { return shell->FullScreenOn; },
+                               .Surface = [large]() -> Canvas& { return large->Surface(); },
+                               .Companions = [large]() -> PlotCompanions* { return large; },
+                               .RefreshAppInfo = [] {}});
+}
+
+void Instrument::ConnectAcquisition() {
+    const Form& main = *forms.MainForm;
+    const Form& horizontal = *forms.TabForm[kHorzTab];
+    const Waiting waiting{environment.sleep, environment.yield};
+    auto* runTimer = main.timer("RunTimer");
+    auto* autoTriggerTimer = main.timer("AutoTriggerTimer");
+    auto* statusLabel = main.control<QLabel>("TriggerStatusLabel");
+    auto plotNow = [this] { plotter->PlotNow(); };
+    auto layer = [this] { shell->SetDefaultLayering(); };
+
+    Trigger::Controls triggerControls{
+        .AutoTriggerTimer = autoTriggerTimer,
+        .TriggerLineTimer = main.timer("TriggerLineTimer"),
+        .TrigModeButton = main.control<ButtonControl1>("TrigModeButton"),
+        .TrigTypeButton = main.control<ButtonControl1>("TrigTypeButton"),
+        .TriggerKnob = main.control<KnobControl1>("TriggerKnob"),
+        .PretriggerSlider = main.control<SliderControl1>("PretriggerSlider"),
+        .TriggerStatusLabel = statusLabel,
+        .TriggerLine = main.control<QWidget>("MainPlotCanvas")->findChild<QWidget*>("TriggerLine"),
+        .LargeTriggerLine =
+            forms.FullScreenTimeForm->control<QWidget>("Canvas")->findChild<QWidget*>("TriggerLine"),
+        .Source = {}};
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        const Form& tab = *forms.TabForm[channel];
+        triggerControls.Source[channel] = {
+            .TrigChanButton = horizontal.control<ButtonControl1>("TrigChanButton", channel),
+            .UpdateRateMarkerLabel = horizontal.control<QLabel>("UpdateRateMarkerLabel", channel),
+            .TabTrigChanButton = tab.control<ButtonControl1>("TrigChanButton"),
+            .TriggerChannelLine = tab.control<QWidget>("TriggerChannelLine")};
+    }
+    trigger = std::make_unique<Trigger>(record, driver, acquisition, triggerControls,
+                                        Trigger::Calls{.PlotNow = plotNow, .SetDefaultLayering = layer});
+
+    const Timebase::Controls timebaseControls{.TimeBaseKnob = main.control<KnobControl1>("TimeBaseKnob"),
+                                              .DelayKnob = horizontal.control<KnobControl1>("DelayKnob"),
+                                              .UpdateRateSlider =
+                                                  horizontal.control<SliderControl1>("UpdateRateSlider"),
+                                              .DelayLabel = horizontal.control<QLabel>("DelayLabel"),
+                                              .AcqModeLabel = main.control<QLabel>("AcqModeLabel"),
+                                              .RunTimer = runTimer};
+    timebase = std::make_unique<Timebase>(
+        record, driver, acquisition, timebaseControls,
+        Timebase::Calls{
+            .TrigModeButton_Click = [this] { trigger->TrigModeButton_Click(); },
+            .MoveVertCursorHandle = [](int, double) {},
+            .PlotNow = plotNow,
+            .RedrawSettings = [] {},
+            .SkinColourAt = [this](const QWidget* control) { return skins->SkinColourAt(*control); }});
+
+    RunLoop::Controls loopControls{.RunTimer = runTimer,
+                                   .AutoTriggerTimer = autoTriggerTimer,
+                                   .RunButton = main.control<ButtonControl1>("RunButton"),
+                                   .OnceButton = main.control<ButtonControl1>("OnceButton"),
+                                   .TriggerStatusLabel = statusLabel,
+                                   .UpdateRateLabel =
+                                       forms.TabForm[kAboutTab]->control<QLabel>("UpdateRateLabel"),
+                                   .OffsetKnob = {}};
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        loopControls.OffsetKnob[channel] = forms.TabForm[channel]->control<KnobControl1>("OffsetKnob");
+    }
+    RunLoop::Scales scales;
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        scales[channel] = channelTabs[channel].get();
+    }
+    runLoop = std::make_unique<RunLoop>(
+        record, driver, acquisition, loopControls, scales,
+        RunLoop::Calls{.PlotNow = plotNow,
+                       .DoMaths = [] {},
+                       .PretriggerSlider_Change = [this] { trigger->PretriggerSlider_Change(); },
+                       .UpdateStats = [] {},
+                       .SetDefaultLayering = layer},
+        waiting);
+}
+
+void Instrument::ConnectChannels() {
+    const Form& main = *forms.MainForm;
+    const ChannelTab::Calls calls{
+        .PlotNow = [this] { plotter->PlotNow(); },
+        .RedrawSettings = [] {},
+        .SetStatsVisible = [](int, bool) {},
+        .PointNullDialog = [](int, int) {},
+        .ShowNullDialog = [this] { forms.OffsetNullForm->show(); },
+        .HideNullDialog = [this] { forms.OffsetNullForm->hide(); },
+        .RaiseMainAndStats = [] {},
+        .TrigChanButton_Click = [this](int& channel) { trigger->TrigChanButton_Click(channel); }};
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        ChannelTab::Calls own = calls;
+        own.RaiseMainAndStats = [this, channel] { tabPanels->BringMainToFront(channel); };
+        channelTabs[channel] = std::make_unique<ChannelTab>(
+            *forms.TabForm[channel], record, driver, settings, *main.timer("IDTimer"),
+            main.control<PlotCanvas>("MainPlotCanvas")->Surface(), std::move(own));
+    }
+    horizontalTab = std::make_unique<HorizontalTab>(
+        record, settings,
+        HorizontalTab::Controls{.UpdateRateSlider =
+                                    forms.TabForm[kHorzTab]->control<SliderControl1>("UpdateRateSlider"),
+                                .DelayKnob = forms.TabForm[kHorzTab]->control<KnobControl1>("DelayKnob")},
+        HorizontalTab::Calls{
+            .TrigChanButton_Click = [this](int& channel) { trigger->TrigChanButton_Click(channel); }});
+}
+
+void Instrument::ConnectFace() {
+    Form& main = *forms.MainForm;
+    skins = std::make_unique<SkinSelection>(
+        record, log, SkinControls::Of(main), environment.applicationFolder, forms.SharedDIB, forms.MainRegion,
+        SkinSelection::Calls{.doEvents = environment.yield, .sleep = environment.sleep});
+
+    TabPanels::Windows windows;
+    windows.main = &main;
+    windows.TabSliderAnchorImage = main.control<QWidget>("TabSliderAnchorImage");
+    windows.TabTimer = main.timer("TabTimer");
+    windows.TabForm = forms.TabForm;
+    windows.StatsForm = forms.StatsForm.get();
+    windows.FFTForm = forms.FFTForm.get();
+    windows.FullScreenTimeForm = forms.FullScreenTimeForm.get();
+    tabPanels = std::make_unique<TabPanels>(
+        record, windows,
+        TabPanels::Calls{
+            .mainMinimised = [this] { return forms.surface->isMinimized(); },
+            .bringMainToFront = [this] { forms.surface->BringFaceToFront(); },
+            .bringPanelUp = [this](QWidget& panel) { forms.surface->BringPanelUp(panel); },
+            .sendPanelToBack = [this](QWidget& panel) { forms.surface->SendPanelToBack(panel); }});
+
+    shell = std::make_unique<Shell>(
+        record, forms, *tabPanels,
+        Shell::Calls{.PlotNow = [this] { plotter->PlotNow(); },
+                     .Close = [this] { ShutDown(*this); },
+                     .IDButton_Click = [this](int channel) { channelTabs[channel]->IDButton_Click(); },
+                     .OpenDocument =
+                         [this](const QString& file) {
+                             QDesktopServices::openUrl(
+                                 QUrl::fromLocalFile(QDir(environment.applicationFolder).filePath(file)));
+                         }});
+}
+
+void Instrument::ConnectSettings() {
+    const Form& main = *forms.MainForm;
+    acquisitionSettings = std::make_unique<AcquisitionSettings>(
+        record, settings, *trigger, *timebase,
+        AcquisitionSettings::Controls{.TimeBaseKnob = main.control<KnobControl1>("TimeBaseKnob"),
+                                      .TriggerKnob = main.control<KnobControl1>("TriggerKnob"),
+                                      .PretriggerSlider = main.control<SliderControl1>("PretriggerSlider")});
+    scopeSettings = std::make_unique<ScopeSettings>(
+        record, settings,
+        ScopeSettings::Windows{.FFTForm = PlaceOf(*forms.FFTForm),
+                               .StatsForm = PlaceOf(*forms.StatsForm),
+                               .FullScreenTimeForm = PlaceOf(*forms.FullScreenTimeForm),
+                               .MainForm = PlaceOf(*forms.surface, main)},
+        ScopeSettings::Calls{.Screen = [] { return QGuiApplication::primaryScreen()->size(); },
+                             .SkinIndex = [this] { return skins->SkinIndex; },
+                             .SetSkinIndex = [this](int index) { skins->SkinIndex = index; },
+                             .SetControlColorsToMatchSkin = [this] { skins->SetControlColorsToMatchSkin(); },
+                             .FullScreenOn = [this] { return shell->FullScreenOn; },
+                             .SetFullScreenOn = [this](bool on) { shell->FullScreenOn = on; },
+                             .FullScreenButton_Click = [this] { shell->FullScreenButton_Click(); },
+                             .SampleDotsButton_Click = [this] { shell->SampleDotsButton_Click(); },
+                             .RestoreAcquisition = [this] { acquisitionSettings->Restore(); },
+                             .SaveAcquisition = [this] { acquisitionSettings->Save(); }});
+}
