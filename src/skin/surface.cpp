@@ -3,6 +3,7 @@
 #include "controls/form.h"
 #include "controls/picture.h"
 #include "skin/dib_section_region.h"
+#include "skin/instrument_icon.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -19,6 +20,7 @@ Surface::Surface(QWidget* parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint |
                           Qt::WindowSystemMenuHint) {
     setObjectName(QStringLiteral("Surface"));
+    setWindowIcon(InstrumentIcon());
 }
 
 void Surface::Carry(Form& face, const std::vector<Form*>& panels) {
@@ -47,7 +49,9 @@ void Surface::MakeRoom(const QRect& anchor) {
     }
     face_->move(-extent.topLeft());
     setFixedSize(extent.size());
-    MoveTo(before.x(), before.y());
+    if (testAttribute(Qt::WA_Moved)) { // else the window manager chooses the place
+        MoveTo(before.x(), before.y());
+    }
     OutlineChanged();
 }
 
@@ -76,7 +80,20 @@ int Surface::Top() const {
 }
 
 void Surface::MoveTo(int left, int top) {
-    move(QPoint(left, top) - face_->pos());
+    const QPoint place = QPoint(left, top) - face_->pos();
+    if (!drawn_) {
+        asked_ = place;
+    }
+    move(place);
+}
+
+void Surface::ConfirmPlace() {
+    // A window manager that puts the window into a frame of its own may let the toolkit see the frame's place
+    // of one moment and never tell the final one. Asking again makes it tell.
+    drawn_ = true;
+    if (asked_ && *asked_ != pos()) {
+        move(*asked_);
+    }
 }
 
 void Surface::BringFaceToFront() {
@@ -136,6 +153,13 @@ bool Surface::event(QEvent* event) {
 }
 
 bool Surface::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == windowHandle()) {
+        if (event->type() == QEvent::Expose) {
+            watched->removeEventFilter(this);
+            ConfirmPlace();
+        }
+        return false;
+    }
     switch (event->type()) {
     case QEvent::Move:
     case QEvent::Resize:
@@ -170,6 +194,9 @@ void Surface::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     TakeOutline();
     if (!event->spontaneous()) {
+        if (!drawn_) {
+            windowHandle()->installEventFilter(this);
+        }
         raise();
         activateWindow();
     }

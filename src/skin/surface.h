@@ -3,6 +3,7 @@
 #include <QPoint>
 #include <QRegion>
 #include <QWidget>
+#include <optional>
 #include <vector>
 
 class Form;
@@ -58,12 +59,15 @@ class Surface : public QWidget {
   private:
     void TakeOutline();
     void StartMove(QPoint from);
+    void ConfirmPlace();
 
     Form* face_ = nullptr;
     std::vector<Form*> panels_;
     QRegion outline_;
     bool outlinePending_ = false;
     bool shaped_ = false;
+    bool drawn_ = false;
+    std::optional<QPoint> asked_; ///< place of the window, before its first drawing
     bool dragging_ = false;
     QPoint grip_; ///< of the pointer on the window during a move of our own
 };
