@@ -15,7 +15,8 @@ inline constexpr QRect kAnchor{240, 20, 80, 160}; ///< in front of the face's ri
 inline constexpr QSize kPanel{100, 160};          ///< 20 of it stand out while it is closed
 
 inline FormDesign FaceDesign() {
-    FormDesign form{.name = QStringLiteral("Corvantine_Main"), .caption = QStringLiteral("Corvantine"), .size = kFace};
+    FormDesign form{
+        .name = QStringLiteral("Corvantine_Main"), .caption = QStringLiteral("Corvantine"), .size = kFace};
     auto& rows = form.controls;
     rows.push_back({.kind = ControlKind::Picture, .name = "Image1", .place = {{0, 0}, kFace}});
     rows.push_back(
@@ -48,11 +49,12 @@ inline FormDesign FaceDesign() {
 }
 
 inline FormDesign PanelDesign(const QString& name, int row) {
-    return {.name = name,
-            .caption = name,
-            .size = kPanel,
-            .controls = {{.kind = ControlKind::Picture, .name = "Image2", .place = {{0, 0}, kPanel}},
-                         {.kind = ControlKind::Picture, .name = "Image1", .place = {80, 5 + 30 * row, 20, 25}}}};
+    return {
+        .name = name,
+        .caption = name,
+        .size = kPanel,
+        .controls = {{.kind = ControlKind::Picture, .name = "Image2", .place = {{0, 0}, kPanel}},
+                     {.kind = ControlKind::Picture, .name = "Image1", .place = {80, 5 + 30 * row, 20, 25}}}};
 }
 
 /// The face's outline has round corners; everything outside has the key colour, as the top right pixel.
