@@ -7,7 +7,7 @@ namespace {
 using Geometry = PanelGeometry;
 
 constexpr int kLegend = 14; ///< width of a rotated legend
-constexpr int kInner = Geometry::kLeft + kLegend + 4;
+constexpr int kInner = Geometry::kLeft + kLegend + 2;
 constexpr int kBlockHeight = 113;
 constexpr int kBlockPitch = 126;
 constexpr int kTop = 10;
@@ -49,12 +49,12 @@ void AddBlock(std::vector<ControlDesign>& rows, int block, const MathNames& name
         rows.push_back(PanelCombo(names.combo, i, {left, top + 13, kComboWidth, 21}, tips[i]));
     }
     ControlDesign volts = PanelVoltsKnob(names.volts, {kInner, top + 40, 59, 73}, 3, 0, "V/d");
-    ControlDesign offset = PanelOffsetKnob(names.offset, {kInner + 62, top + 40, 59, 73}, 50, -127);
+    ControlDesign offset = PanelOffsetKnob(names.offset, {kInner + 65, top + 40, 59, 73}, 50, -127);
     volts.font = kPanelSmallFont;
     offset.font = kPanelSmallFont;
     rows.push_back(volts);
     rows.push_back(offset);
-    rows.push_back(PanelButton("FFTButton", block, {Geometry::kRight - 34, top + 59, 34, 34}, "FFT",
+    rows.push_back(PanelButton("FFTButton", block, {Geometry::kRight - 32, top + 60, 32, 32}, "FFT",
                                "Enable a Fast Fourier Transform spectral plot"));
 }
 

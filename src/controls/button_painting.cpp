@@ -1,5 +1,6 @@
 #include "controls/button_painting.h"
 
+#include "controls/contrast.h"
 #include "controls/keyboard_focus.h"
 
 #include <QFontMetricsF>
@@ -9,6 +10,7 @@
 namespace {
 
 constexpr double kCaptionMargin = 1;
+constexpr double kShadedBelow = 3;  // contrast of a caption with its ground
 constexpr double kNarrowest = 0.65; // below it the letters of a small font run into one another
 
 void DrawRings(QPainter& painter, const ButtonLook& look, const ButtonInk& ink) {
@@ -27,6 +29,13 @@ void DrawRings(QPainter& painter, const ButtonLook& look, const ButtonInk& ink) 
     painter.restore();
 }
 
+/// White on a light panel is legible only with a shade under it.
+void DrawCaptionShade(QPainter& painter, const ButtonInk& ink) {
+    const bool lightInk = Luminance(ink.fore) >= Luminance(ink.back);
+    painter.setPen(lightInk ? QColor(0, 0, 0, 170) : QColor(255, 255, 255, 170));
+    painter.drawText(QPointF(0.8, 0.8), ink.caption);
+}
+
 void DrawCaption(QPainter& painter, const ButtonLook& look, const ButtonInk& ink) {
     if (ink.caption.isEmpty()) {
         return;
@@ -37,12 +46,15 @@ void DrawCaption(QPainter& painter, const ButtonLook& look, const ButtonInk& ink
     const QPointF corner = CaptionPlace(look, {natural * squeeze, metrics.height()}, ink.nudge);
     painter.save();
     painter.setFont(ink.font);
-    painter.setPen(ink.fore);
     painter.translate(corner.x(), corner.y() + metrics.ascent());
     if (squeeze < 1) {
         // Not QFont::setStretch, which takes another font of the family where there is a narrow one.
         painter.scale(squeeze, 1);
     }
+    if (Contrast(ink.fore, ink.back) < kShadedBelow) {
+        DrawCaptionShade(painter, ink);
+    }
+    painter.setPen(ink.fore);
     painter.drawText(QPointF(0, 0), ink.caption);
     painter.restore();
 }

@@ -18,7 +18,7 @@ FormDesign PanelForm(const QString& name, int row, const QString& header, Colour
         {.kind = ControlKind::Picture, .name = "Image1", .place = place, .tip = tip},
         {.kind = ControlKind::Label,
          .name = "TabName",
-         .place = {2, 7, Geometry::kHeader - 8, 20},
+         .place = {3, 7, Geometry::kHeader - 8, 20},
          .caption = header,
          .back = colour,
          .fore = text,
