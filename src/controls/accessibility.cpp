@@ -3,6 +3,7 @@
 #include "controls/button_control.h"
 #include "controls/hyperlink_label.h"
 #include "controls/slider_control.h"
+#include "controls/symbol_font.h"
 
 #include <QRegularExpression>
 
@@ -10,7 +11,12 @@ namespace {
 
 QAccessibleInterface* MakeButton(ButtonControl1* button) {
     return new AccessiblePressControl(
-        button, QAccessible::Button, [button] { return button->ButtonCaption(); },
+        button, QAccessible::Button,
+        [button] {
+            // A picture's character says nothing when it is read out; the tool tip does.
+            const bool picture = button->ButtonFont().family() == QLatin1String(kSymbolFamily);
+            return picture ? QString() : button->ButtonCaption();
+        },
         [button] { emit button->Click(); });
 }
 
@@ -60,7 +66,8 @@ QString SpokenName(const QWidget& control, const QString& caption) {
             return name;
         }
     }
-    static const QRegularExpression wordStart(QStringLiteral("(?<=[a-z])(?=[A-Z0-9])"));
+    static const QRegularExpression wordStart(
+        QStringLiteral("(?<=[a-z0-9])(?=[A-Z])|(?<=[a-zA-Z])(?=[0-9])"));
     return control.objectName().replace(wordStart, QStringLiteral(" "));
 }
 
@@ -134,7 +141,9 @@ QStringList AccessiblePressControl::actionNames() const {
 
 void AccessiblePressControl::doAction(const QString& actionName) {
     if (actionName == pressAction()) {
-        press_();
+        if (widget()->isEnabled()) {
+            press_();
+        }
     } else {
         QAccessibleWidget::doAction(actionName);
     }

@@ -2,6 +2,7 @@
 
 #include "controls/button_painting.h"
 #include "controls/design_keys.h"
+#include "controls/symbol_font.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -133,7 +134,7 @@ void ButtonControl1::paintEvent(QPaintEvent*) {
                {.fill = ButtonFillColor_,
                 .back = ButtonBackColor_,
                 .fore = ButtonForeColor_,
-                .caption = ButtonCaption_,
+                .caption = PrintedCaption(ButtonCaption_, ButtonFont_, LoadSymbolFont()),
                 .font = ButtonFont_,
                 .nudge = ButtonCaptionNudge_,
                 .focus = focus_.Shown()});

@@ -1,0 +1,109 @@
+#include "controls/accessibility.h"
+
+#include "controls/button_control.h"
+#include "controls/control_support.h"
+#include "controls/fonts.h"
+#include "controls/hyperlink_label.h"
+#include "controls/slider_control.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class Accessibility : public testing::Test {
+  protected:
+    Accessibility() { InstallAccessibility(); }
+
+    static QAccessibleInterface* Of(QObject& object) {
+        return QAccessible::queryAccessibleInterface(&object);
+    }
+    static QString Name(QObject& object) { return Of(object)->text(QAccessible::Name); }
+};
+
+} // namespace
+
+TEST_F(Accessibility, AButtonTellsRoleAndCaption) {
+    ButtonControl1 button;
+    button.SetButtonCaption(QStringLiteral("running"));
+    button.setToolTip(QStringLiteral("Runs the scope"));
+    ASSERT_NE(Of(button), nullptr);
+    EXPECT_EQ(Of(button)->role(), QAccessible::Button);
+    EXPECT_EQ(Name(button), QStringLiteral("running"));
+    EXPECT_EQ(Of(button)->text(QAccessible::Description), QStringLiteral("Runs the scope"));
+    EXPECT_TRUE(Of(button)->state().focusable);
+}
+
+TEST_F(Accessibility, APictureOnAButtonIsReadAsItsToolTip) {
+    ButtonControl1 button;
+    button.setObjectName(QStringLiteral("CloseButton"));
+    button.SetButtonCaption(QStringLiteral("4"));
+    button.SetButtonFont(InstrumentFont(QStringLiteral("Corvantine"), 8.25));
+    EXPECT_EQ(Name(button), QStringLiteral("Close Button"));
+    button.setToolTip(QStringLiteral("Exit"));
+    EXPECT_EQ(Name(button), QStringLiteral("Exit"));
+    button.setAccessibleName(QStringLiteral("Close the program"));
+    EXPECT_EQ(Name(button), QStringLiteral("Close the program"));
+}
+
+TEST_F(Accessibility, PressingAButtonFromOutsideRaisesClick) {
+    ButtonControl1 button;
+    Counter<ButtonControl1, void (ButtonControl1::*)()> clicks(button, &ButtonControl1::Click);
+    QAccessibleActionInterface* actions = Of(button)->actionInterface();
+    ASSERT_NE(actions, nullptr);
+    EXPECT_TRUE(actions->actionNames().contains(QAccessibleActionInterface::pressAction()));
+    actions->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(clicks.take(), 1);
+    button.setEnabled(false);
+    EXPECT_FALSE(actions->actionNames().contains(QAccessibleActionInterface::pressAction()));
+    actions->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(clicks.take(), 0);
+}
+
+TEST_F(Accessibility, ASliderTellsAndTakesItsValue) {
+    SliderControl1 slider;
+    slider.setObjectName(QStringLiteral("HorizPanSlider"));
+    slider.SetSliderValueQuantized(0.05F);
+    slider.SetSliderValue(0.25F);
+    EXPECT_EQ(Of(slider)->role(), QAccessible::Slider);
+    EXPECT_EQ(Name(slider), QStringLiteral("Horiz Pan Slider"));
+    EXPECT_EQ(Of(slider)->text(QAccessible::Value), QStringLiteral("0.25"));
+    QAccessibleValueInterface* value = Of(slider)->valueInterface();
+    ASSERT_NE(value, nullptr);
+    EXPECT_EQ(value->currentValue().toDouble(), 0.25);
+    EXPECT_EQ(value->minimumValue().toDouble(), 0);
+    EXPECT_EQ(value->maximumValue().toDouble(), 1);
+    EXPECT_FLOAT_EQ(value->minimumStepSize().toFloat(), 0.05F);
+    value->setCurrentValue(0.75);
+    EXPECT_EQ(slider.SliderValue(), 0.75F);
+    value->setCurrentValue(QStringLiteral("loud"));
+    value->setCurrentValue(12);
+    EXPECT_EQ(slider.SliderValue(), 0.75F);
+    slider.SetSliderValueQuantized(1);
+    EXPECT_EQ(value->minimumStepSize().toDouble(), 0);
+}
+
+TEST_F(Accessibility, ALinkIsALink) {
+    UserControl2 link;
+    link.setObjectName(QStringLiteral("WebLink"));
+    Counter<UserControl2, void (UserControl2::*)()> clicks(link, &UserControl2::Click);
+    EXPECT_EQ(Of(link)->role(), QAccessible::Link);
+    EXPECT_EQ(Name(link), QStringLiteral("Web Link"));
+    Of(link)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(clicks.take(), 1);
+}
+
+TEST_F(Accessibility, InstallingTwiceChangesNothing) {
+    InstallAccessibility();
+    SliderControl1 slider;
+    EXPECT_EQ(Of(slider)->role(), QAccessible::Slider);
+    QWidget plain;
+    EXPECT_NE(Of(plain)->role(), QAccessible::Slider);
+}
+
+TEST_F(Accessibility, ObjectNamesAreReadAsWords) {
+    QWidget widget;
+    widget.setObjectName(QStringLiteral("Math1VoltsKnob"));
+    EXPECT_EQ(SpokenName(widget), QStringLiteral("Math 1 Volts Knob"));
+    EXPECT_EQ(SpokenName(widget, QStringLiteral("  ")), QStringLiteral("Math 1 Volts Knob"));
+    EXPECT_EQ(SpokenName(widget, QStringLiteral("M1")), QStringLiteral("M1"));
+}
