@@ -19,8 +19,10 @@
 
 /// One channel's tab on its real form, among four modules, with what it calls noted among the driver's calls.
 struct ChannelTabRig {
-    explicit ChannelTabRig(int channel = 2)
-        : number(channel), form(ChannelTabDesign(channel, kColours[channel - 1])) {
+    /// settingsFolder: where the settings lie; by default in a folder of this rig's own.
+    explicit ChannelTabRig(int channel = 2, const QString& settingsFolder = {})
+        : number(channel), settings(settingsFolder.isEmpty() ? folder.path() : settingsFolder),
+          form(ChannelTabDesign(channel, kColours[channel - 1])) {
         form.Tag = QString::number(channel);
         record.SampleDepth = kSampleDepth;
         for (int ch = 1; ch <= kAllChannels; ++ch) {
@@ -64,7 +66,7 @@ struct ChannelTabRig {
     ScriptedDriver& script = instrument.script;
     Record record;
     QTemporaryDir folder;
-    SettingsStore settings{folder.path()};
+    SettingsStore settings;
     QTimer IDTimer;
     RecordingCanvas canvas{357, 240};
     Form form;

@@ -73,9 +73,7 @@ TEST_F(ChannelTabSettings, WhatIsSavedComesBack) {
     EXPECT_EQ(rig.settings.Get("Corvantine_CalData_SN3", "OffsetNull", "Range0", "none"), "-1.25");
 
     ASSERT_EQ(rig.settings.Flush(), QStringList{});
-    ChannelTabRig next(3);
-    SettingsStore reopened(rig.folder.path());
-    next.settings = reopened;
+    ChannelTabRig next(3, rig.folder.path());
     next.record.SettingsSuffix = "_5:3";
     next.record.PlotInhibit = true;
     next.tab.RestoreTabSettings();

@@ -24,8 +24,7 @@ TEST(VoltsTable, RoundsThePositionWithTiesToEven) {
 }
 
 TEST(VoltsTable, HasNoVoltsForOtherPositions) {
-    for (float position : {-1.0F, 3.0F, 2.6F, 1e9F, -1e9F, std::numeric_limits<float>::quiet_NaN(),
-                           std::numeric_limits<float>::infinity()}) {
+    for (float position : {-1.0F, 3.0F, 2.6F, 1e9F, -1e9F, std::numeric_limits<float>::infinity()}) {
         EXPECT_EQ(KnobToVoltsPerDiv(position, true), 0.0F);
     }
 }
