@@ -127,6 +127,10 @@ QWidget* Make(const ControlDesign& row, QWidget* parent, const QFont& font, cons
     case ControlKind::HyperLink: {
         auto* link = new UserControl2(parent);
         link->ReadProperties(Bag(row, nullptr, "BackColor", nullptr, nullptr, font));
+        if (link->Picture().isNull()) {
+            const FaceDrawing drawing = FindDrawing(QStringLiteral("webLink"), form);
+            link->SetPicture(RenderDrawing(drawing, row.place.size(), link->devicePixelRatioF()));
+        }
         return link;
     }
     case ControlKind::Label:

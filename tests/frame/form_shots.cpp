@@ -8,6 +8,7 @@
 #include "controls/panel_picture.h"
 #include "controls/picture.h"
 #include "controls/slider_control.h"
+#include "controls/symbol_font.h"
 #include "frame/all_forms.h"
 #include "frame/main_form_design.h"
 
@@ -218,6 +219,7 @@ class Shots {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
+    LoadSymbolFont();
     ApplyFaceStyle(application);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() < 3) {
