@@ -3,13 +3,14 @@
 
 Reads layout.json (printed by the program export_layout from the form's own table) and writes, beside itself,
 Corvantine_skin_<name>.bmp at the form's size and fine/Corvantine_skin_<name>.jpg at three times that size for
-screens with a scale factor. Needs Python 3 with numpy and Pillow and the Liberation fonts.
+screens with a scale factor; a fine picture names the bitmap that it belongs to by its SHA-1. Needs Python 3 with numpy and Pillow and the Liberation fonts.
 
 The program takes colours from a skin: a control sits in the colour of the pixel under its own centre, a knob
 on a plate that is PLATE_STEP brighter. So every tray is flat where controls stand, and every plate continues
 the ground of its knob. Everything outside the outline has the key colour, so has the top right pixel.
 """
 
+import hashlib
 import json
 import pathlib
 import sys
@@ -402,10 +403,12 @@ def main():
         if only and skin.name not in only:
             continue
         stem = f"Corvantine_skin_{skin.name}"
-        save_bmp(paint(skin, layout, 1), HERE / f"{stem}.bmp")
+        bitmap = HERE / f"{stem}.bmp"
+        save_bmp(paint(skin, layout, 1), bitmap)
         fine = paint(skin, layout, FINE_SCALE)
         pixels = np.clip(np.rint(fine.pixels), 0, 255).astype(np.uint8)
-        Image.fromarray(pixels, "RGB").save(HERE / "fine" / f"{stem}.jpg", quality=92, subsampling=0)
+        Image.fromarray(pixels, "RGB").save(HERE / "fine" / f"{stem}.jpg", quality=92, subsampling=0,
+                                             comment="Skin: " + hashlib.sha1(bitmap.read_bytes()).hexdigest())
         print(stem)
 
 

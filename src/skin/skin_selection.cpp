@@ -7,6 +7,7 @@
 #include "controls/picture.h"
 #include "controls/slider_control.h"
 #include "frame/debug_log.h"
+#include "skin/fine_skin.h"
 #include "skin/skin_bitmap.h"
 #include "skin/trace.h"
 
@@ -115,7 +116,9 @@ void SkinSelection::ListSkins() {
     controls_.SkinColourImage->setVisible(!files.isEmpty());
     controls_.SkinColourList->setCurrentRow(files.isEmpty() ? -1 : 0);
     for (int i = 0; i < files.size() && controls_.Image1->Image().isNull(); ++i) {
-        controls_.Image1->SetPicture(QPixmap::fromImage(LoadSkinBitmap(skins.filePath(files[i]))));
+        const QString file = skins.filePath(files[i]);
+        controls_.Image1->SetPicture(QPixmap::fromImage(LoadSkinBitmap(file)));
+        controls_.Image1->SetDrawing(FineSkinDrawing(file, controls_.Image1->Image()));
     }
 }
 
@@ -166,15 +169,20 @@ void SkinSelection::SetControlColorsToMatchSkin() {
 
 bool SkinSelection::ApplySkin() {
     const QPixmap former = controls_.Image1->Image();
+    QString file;
     if (SkinIndex >= 0) {
         const QListWidgetItem* item = controls_.SkinColourList->item(SkinIndex);
-        const QImage skin = item == nullptr ? QImage() : LoadSkinBitmap(FileOf(item->text()));
+        file = item == nullptr ? QString() : FileOf(item->text());
+        const QImage skin = LoadSkinBitmap(file);
         if (skin.isNull()) {
             return false;
         }
         controls_.Image1->SetPicture(QPixmap::fromImage(skin));
     }
     if (SetWindowEffects(log_, sharedDIB_, *controls_.Image1, kSkinKey, mainRegion_)) {
+        if (!file.isEmpty()) {
+            controls_.Image1->SetDrawing(FineSkinDrawing(file, controls_.Image1->Image()));
+        }
         return true;
     }
     controls_.Image1->SetPicture(former);

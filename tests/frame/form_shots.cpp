@@ -11,6 +11,7 @@
 #include "controls/symbol_font.h"
 #include "frame/all_forms.h"
 #include "frame/main_form_design.h"
+#include "skin/fine_skin.h"
 
 #include <QApplication>
 #include <QBitmap>
@@ -171,10 +172,8 @@ class Shots {
         const QImage skin(skins_.filePath(skinFile));
         if (!skin.isNull()) {
             face.control<Picture>("Image1")->SetPicture(QPixmap::fromImage(skin));
-            const QImage fine(skins_.filePath("fine/" + QString(skinFile).replace(".bmp", ".jpg")));
-            if (!fine.isNull() && face.devicePixelRatioF() > 1) {
-                face.control<Picture>("Image1")->SetPicture(QPixmap::fromImage(fine));
-            }
+            face.control<Picture>("Image1")->SetDrawing(
+                FineSkinDrawing(skins_.filePath(skinFile), QPixmap::fromImage(skin)));
             face.setMask(Mask(skin));
             Colour(face, skin);
         }

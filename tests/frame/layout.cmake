@@ -3,7 +3,7 @@ add_library(corvantine_all_forms STATIC all_forms.cpp)
 target_include_directories(corvantine_all_forms PUBLIC ${PROJECT_SOURCE_DIR}/tests)
 target_link_libraries(corvantine_all_forms PUBLIC corvantine_frame_design corvantine_channels_design
   corvantine_display_design corvantine_acquisition_design corvantine_export_design corvantine_about_design
-  corvantine_analysis_design corvantine_layout_json)
+  corvantine_analysis_design corvantine_layout_json corvantine_skin)
 
 corvantine_test(layout SOURCES layout_test.cpp LINKS corvantine_all_forms)
 target_compile_definitions(layout_tests PRIVATE CORVANTINE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")

@@ -4,6 +4,7 @@
 #include "frame/all_forms.h"
 #include "frame/main_form_design.h"
 #include "layout_json.h"
+#include "skin/fine_skin.h"
 
 #include <QDir>
 #include <QFile>
@@ -101,8 +102,7 @@ TEST(Layout, EverySkinHasTheSizeOfTheFaceAndTheKeyColourAtItsTopRight) {
         const QImage skin(skins.filePath(file));
         ASSERT_EQ(skin.size(), MainFormDesign().size) << file.toStdString();
         EXPECT_EQ(skin.pixelColor(skin.width() - 1, 0), ToQColor(kShapeKey)) << file.toStdString();
-        const QImage fine(skins.filePath("fine/" + QString(file).replace(".bmp", ".jpg")));
-        EXPECT_EQ(fine.size(), 3 * skin.size()) << file.toStdString();
+        EXPECT_EQ(LoadFineSkin(skins.filePath(file)).size(), 3 * skin.size()) << file.toStdString();
     }
 }
 
