@@ -5,10 +5,10 @@
 #include "acquisition/read_out.h"
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
+#include "controls/rounding.h"
 #include "controls/slider_control.h"
 #include "frame/channel_sets.h"
 #include "frame/helpers.h"
-#include "frame/rounding.h"
 
 #include <QLabel>
 #include <QPalette>
@@ -43,7 +43,7 @@ void Timebase::Connect() {
 }
 
 void Timebase::TimeBaseKnob_KnobXlateValue(float value, QString& text) {
-    const TimebaseSetting* row = FindTimebaseSetting(RoundToInt16(value));
+    const TimebaseSetting* row = FindTimebaseSetting(RoundToEven<std::int16_t>(static_cast<double>(value)));
     const TimebaseSetting setting = row == nullptr ? TimebaseSetting{} : *row;
     if (row != nullptr) {
         text = QString::fromLatin1(row->label);

@@ -1,7 +1,8 @@
 #include "channels/volts_table.h"
 
-#include "frame/rounding.h"
+#include "controls/rounding.h"
 
+#include <cstdint>
 #include <iterator>
 
 namespace {
@@ -14,7 +15,7 @@ constexpr double kSteps = 127;
 } // namespace
 
 float KnobToVoltsPerDiv(float position, bool probeX10) {
-    const int row = RoundToInt16(static_cast<double>(position));
+    const int row = RoundToEven<std::int16_t>(static_cast<double>(position));
     if (row < 0 || row >= static_cast<int>(std::size(kVoltsPerDiv))) {
         return 0;
     }

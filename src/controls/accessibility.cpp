@@ -2,6 +2,8 @@
 
 #include "controls/button_control.h"
 #include "controls/hyperlink_label.h"
+#include "controls/knob_control.h"
+#include "controls/rounding.h"
 #include "controls/slider_control.h"
 #include "controls/symbol_font.h"
 
@@ -40,12 +42,26 @@ QAccessibleInterface* MakeSlider(SliderControl1* slider) {
          .set = [slider](double value) { slider->SetSliderValue(static_cast<float>(value)); }});
 }
 
+QAccessibleInterface* MakeKnob(KnobControl1* knob) {
+    return new AccessibleValueControl(
+        knob, QAccessible::Dial,
+        {.current = [knob] { return double(knob->KnobValue()); },
+         .minimum = [knob] { return double(knob->KnobMin()); },
+         .maximum = [knob] { return double(knob->KnobMax()); },
+         .step = [] { return 1.0; },
+         .set = [knob](double value) { knob->SetKnobValue(RoundToEven(value)); },
+         .text = [knob] { return knob->ShownText(); }});
+}
+
 QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
     if (auto* button = qobject_cast<ButtonControl1*>(object)) {
         return MakeButton(button);
     }
     if (auto* slider = qobject_cast<SliderControl1*>(object)) {
         return MakeSlider(slider);
+    }
+    if (auto* knob = qobject_cast<KnobControl1*>(object)) {
+        return MakeKnob(knob);
     }
     if (auto* link = qobject_cast<UserControl2*>(object)) {
         return MakeLink(link);

@@ -5,10 +5,19 @@
 #include <QString>
 #include <QVariant>
 
-/// The value that a design bag holds under a key; the default when it holds none or one of another kind.
+/// The value that a design bag holds under a key, which stored form data have in lower case; the default when
+/// it holds none or one that is not of that kind.
 template <class T> T ReadKey(const QVariantMap& bag, const char* key, const T& fallback) {
-    const QVariant value = bag.value(QString::fromLatin1(key));
-    return value.isValid() && value.canConvert<T>() ? value.value<T>() : fallback;
+    const QString name = QString::fromLatin1(key);
+    auto found = bag.constFind(name);
+    if (found == bag.constEnd()) {
+        found = bag.constFind(name.toLower());
+    }
+    if (found == bag.constEnd()) {
+        return fallback;
+    }
+    QVariant value = *found;
+    return value.convert(QMetaType::fromType<T>()) ? value.value<T>() : fallback;
 }
 
 /// Stores a value under a key unless it equals the default, which is left out of the bag.

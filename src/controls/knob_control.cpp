@@ -1,151 +1,522 @@
 #include "controls/knob_control.h"
 
-KnobControl1::KnobControl1(QWidget* parent) : QWidget(parent) {}
+#include "controls/accessibility.h"
+#include "controls/button_control.h"
+#include "controls/fonts.h"
+#include "controls/knob_scroller.h"
+#include "controls/number_format.h"
+#include "controls/rounding.h"
+
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QSignalBlocker>
+#include <QTimer>
+#include <QWheelEvent>
+
+namespace {
+
+constexpr int kRepaintDelay = 10; // milliseconds
+constexpr QSize kZeroButtonSize(7, 7);
+constexpr int kOtherButton = 0;
+
+int ButtonOf(Qt::MouseButtons buttons) {
+    return buttons == Qt::LeftButton ? KnobState::kLeftButton : kOtherButton;
+}
+
+QRect WholePixels(const QRectF& r) {
+    return {RoundToEven(r.left()), RoundToEven(r.top()), RoundToEven(r.width()), RoundToEven(r.height())};
+}
+
+void SetColours(QWidget* widget, const QColor& back, const QColor& fore) {
+    QPalette palette = widget->palette();
+    for (auto role : {QPalette::Window, QPalette::Base}) {
+        palette.setColor(role, back);
+    }
+    for (auto role : {QPalette::WindowText, QPalette::Text}) {
+        palette.setColor(role, fore);
+    }
+    widget->setPalette(palette);
+}
+
+/// The host's number of a text alignment.
+int AlignmentNumber(Qt::Alignment alignment) {
+    if (alignment & Qt::AlignHCenter) {
+        return 2;
+    }
+    return alignment & Qt::AlignRight ? 1 : 0;
+}
+
+} // namespace
+
+KnobControl1::KnobControl1(QWidget* parent) : QWidget(parent), repaint_(*this, kRepaintDelay) {
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    Timeout_ = new QTimer(this);
+    Timeout_->setObjectName(QStringLiteral("Timeout"));
+    Timeout_->setTimerType(Qt::PreciseTimer);
+    Timeout_->setSingleShot(true);
+    connect(Timeout_, &QTimer::timeout, this, [this] { state_.Timeout(); });
+    MakeChildren();
+    PlaceChildren();
+    repaint_.Request();
+}
+
+void KnobControl1::MakeChildren() {
+    KnobValueLabel_ = new QLabel(this);
+    KnobValueLabel_->setObjectName(QStringLiteral("KnobValueLabel"));
+    KnobValueLabel_->setTextFormat(Qt::PlainText);
+    KnobValueLabel_->setAttribute(Qt::WA_TransparentForMouseEvents);
+
+    KnobValueTextbox_ = new QLineEdit(this);
+    KnobValueTextbox_->setObjectName(QStringLiteral("KnobValueTextbox"));
+    KnobValueTextbox_->setFrame(false);
+    KnobValueTextbox_->setTextMargins(0, 0, 0, 0);
+    KnobValueTextbox_->setAlignment(Qt::AlignHCenter);
+    KnobValueTextbox_->installEventFilter(this);
+
+    KnobScroller_ = new KnobScroller(this);
+    KnobScroller_->setObjectName(QStringLiteral("KnobScroller"));
+    connect(KnobScroller_, &KnobScroller::valueChanged, this, [this](int value) {
+        if (state_.MoveScroller(value)) {
+            ShowScroller(); // the limits may have set it back
+        }
+    });
+
+    ZeroButton_ = new ButtonControl1(this);
+    ZeroButton_->setObjectName(QStringLiteral("ZeroButton"));
+    ZeroButton_->resize(kZeroButtonSize);
+    ZeroButton_->setFocusPolicy(Qt::NoFocus);
+    ZeroButton_->SetButtonFont(InstrumentFont(QStringLiteral("Small Fonts"), 6));
+    ZeroButton_->SetButtonForeColor(Qt::white);
+    ZeroButton_->SetButtonCaptionNudgeY(1);
+    ZeroButton_->SetButtonDepth(0);
+    connect(ZeroButton_, &ButtonControl1::Click, this,
+            [this] { state_.MoveScroller(design_.KnobZeroButtonValue); });
+}
+
+bool KnobControl1::KnobAnticlock() {
+    const bool anticlock = design_.KnobAnticlock;
+    state_.Timeout();
+    return anticlock;
+}
 
 void KnobControl1::SetKnobValue(int value) {
-    KnobValue_ = value;
-    RefreshValue();
-    emit Change();
-    emit Done();
-    update();
+    const bool changed = state_.PutKnobValue(value);
+    // A hidden knob does not raise its events from the layout.
+    if (changed && !design_.KnobVisible && !state_.RunChangePath()) {
+        return;
+    }
+    LayOut();
+}
+
+template <class T> void KnobControl1::Put(T KnobDesign::*property, const T& value) {
+    design_.*property = value;
+    placed_ = false;
+    LayOut();
 }
 
 void KnobControl1::SetKnobBand1Start(int value) {
-    KnobBand1Start_ = value;
-    update();
+    Put(&KnobDesign::KnobBand1Start, value);
 }
 
 void KnobControl1::SetKnobBand1Stop(int value) {
-    KnobBand1Stop_ = value;
-    update();
+    Put(&KnobDesign::KnobBand1Stop, value);
 }
 
 void KnobControl1::SetKnobBand1Color(const QColor& value) {
-    KnobBand1Color_ = value;
-    update();
+    Put(&KnobDesign::KnobBand1Color, value);
 }
 
 void KnobControl1::SetKnobTextColor(const QColor& value) {
-    KnobTextColor_ = value;
-    update();
+    Put(&KnobDesign::KnobTextColor, value);
 }
 
 void KnobControl1::SetKnobAnticlock(bool value) {
-    KnobAnticlock_ = value;
-    update();
+    Put(&KnobDesign::KnobAnticlock, value);
 }
 
 void KnobControl1::SetKnobZeroButton(bool value) {
-    KnobZeroButton_ = value;
-    update();
-}
-
-void KnobControl1::SetKnobZeroButtonValue(int value) {
-    KnobZeroButtonValue_ = value;
-    update();
-}
-
-void KnobControl1::SetKnobApplyLimit(bool value) {
-    KnobApplyLimit_ = value;
-    update();
-}
-
-void KnobControl1::SetKnobLowerLimit(int value) {
-    KnobLowerLimit_ = value;
-    update();
-}
-
-void KnobControl1::SetKnobUpperLimit(int value) {
-    KnobUpperLimit_ = value;
-    update();
+    Put(&KnobDesign::KnobZeroButton, value);
 }
 
 void KnobControl1::SetKnobMin(int value) {
-    KnobMin_ = value;
-    update();
+    Put(&KnobDesign::KnobMin, value);
 }
 
 void KnobControl1::SetKnobMax(int value) {
-    KnobMax_ = value;
-    update();
+    Put(&KnobDesign::KnobMax, value);
 }
 
 void KnobControl1::SetKnobStartAngle(int value) {
-    KnobStartAngle_ = value;
-    update();
+    Put(&KnobDesign::KnobStartAngle, value);
 }
 
 void KnobControl1::SetKnobStopAngle(int value) {
-    KnobStopAngle_ = value;
-    update();
-}
-
-void KnobControl1::SetKnobTimeout(int value) {
-    KnobTimeout_ = value;
-    update();
+    Put(&KnobDesign::KnobStopAngle, value);
 }
 
 void KnobControl1::SetKnobFillColor(const QColor& value) {
-    KnobFillColor_ = value;
-    update();
+    Put(&KnobDesign::KnobFillColor, value);
 }
 
 void KnobControl1::SetKnobBorderColor(const QColor& value) {
-    KnobBorderColor_ = value;
-    update();
+    Put(&KnobDesign::KnobBorderColor, value);
 }
 
 void KnobControl1::SetKnobMarkerColor(const QColor& value) {
-    KnobMarkerColor_ = value;
-    update();
+    Put(&KnobDesign::KnobMarkerColor, value);
 }
 
 void KnobControl1::SetKnobValueFormat(const QString& value) {
-    KnobValueFormat_ = value;
-    update();
-}
-
-void KnobControl1::SetKnobFont(const QFont& value) {
-    KnobFont_ = value;
-    update();
+    Put(&KnobDesign::KnobValueFormat, value);
 }
 
 void KnobControl1::SetKnobMarkers(const QString& value) {
-    KnobMarkers_ = value;
-    update();
-}
-
-void KnobControl1::SetKnobValueEditable(bool value) {
-    KnobValueEditable_ = value;
-    update();
-}
-
-void KnobControl1::SetKnobValueQuantized(bool value) {
-    KnobValueQuantized_ = value;
-    update();
+    Put(&KnobDesign::KnobMarkers, value);
 }
 
 void KnobControl1::SetKnobValueAlign(int value) {
-    KnobValueAlign_ = value;
-    update();
+    Put(&KnobDesign::KnobValueAlign, value);
+}
+
+void KnobControl1::SetKnobZeroButtonValue(int value) {
+    design_.KnobZeroButtonValue = value;
+}
+
+void KnobControl1::SetKnobApplyLimit(bool value) {
+    design_.KnobApplyLimit = value;
+}
+
+void KnobControl1::SetKnobLowerLimit(int value) {
+    design_.KnobLowerLimit = value;
+    state_.PutLowerLimit(value);
+}
+
+void KnobControl1::SetKnobUpperLimit(int value) {
+    design_.KnobUpperLimit = value;
+    state_.PutUpperLimit(value);
+}
+
+void KnobControl1::SetKnobTimeout(int value) {
+    Timeout_->setInterval(std::max(0, value));
+    Put(&KnobDesign::KnobTimeout, value);
+}
+
+void KnobControl1::SetKnobFont(const QFont& value) {
+    Put(&KnobDesign::KnobFont, value);
+}
+
+void KnobControl1::SetKnobValueEditable(bool value) {
+    design_.KnobValueEditable = value;
+    ShowChildren();
+    Put(&KnobDesign::KnobValueEditable, value);
+}
+
+void KnobControl1::SetKnobValueQuantized(bool value) {
+    design_.KnobValueQuantized = value;
 }
 
 void KnobControl1::SetKnobVisible(bool value) {
-    KnobVisible_ = value;
+    design_.KnobVisible = value;
+    ShowChildren();
+    still_ = {};
     update();
+    Refresh();
 }
 
 void KnobControl1::Refresh() {
-    update();
+    if (!InLayout_ && design_.KnobVisible) {
+        repaint_.Request();
+    }
 }
 
 void KnobControl1::RefreshValue() {
-    KnobXlatedValue_ = QString::number(KnobValue_);
-    emit KnobXlateValue(static_cast<float>(KnobValue_), KnobXlatedValue_);
+    state_.RefreshValue();
 }
 
 void KnobControl1::ReadProperties(const QVariantMap& bag) {
-    for (auto it = bag.begin(); it != bag.end(); ++it) {
-        setProperty(it.key().toLatin1().constData(), it.value());
+    design_ = ReadKnobDesign(bag);
+    Timeout_->setInterval(std::max(0, design_.KnobTimeout));
+    state_.UpdateScrollerLimits();
+    state_.PutKnobValue(design_.KnobValue);
+    PlaceChildren();
+    ShowChildren();
+    state_.Synchronise();
+    if (state_.RefreshValue()) {
+        Refresh();
     }
+}
+
+QVariantMap KnobControl1::WriteProperties() const {
+    KnobDesign design = design_;
+    design.KnobValue = state_.KnobValue();
+    return WriteKnobDesign(design, AlignmentNumber(KnobValueTextbox_->alignment()));
+}
+
+void KnobControl1::LayOut() {
+    InLayout_ = true;
+    state_.UpdateScrollerLimits();
+    if (!placed_) {
+        PlaceChildren();
+    }
+    if (design_.KnobVisible && !state_.RunChangePath()) {
+        return;
+    }
+    InLayout_ = false;
+    Refresh();
+}
+
+void KnobControl1::PlaceChildren() {
+    placed_ = true;
+    still_ = {};
+    const QFontMetrics metrics(design_.KnobFont);
+    face_.layout =
+        LayOutKnob({size(), design_.KnobValueAlign, static_cast<double>(metrics.height()),
+                    static_cast<double>(metrics.horizontalAdvance(QString::number(design_.KnobMax))),
+                    ZeroButton_->size()});
+    face_.back = face_.layout.labelOnFace ? design_.KnobBorderColor : design_.KnobFillColor;
+    state_.SetCentre({face_.layout.CentreX, face_.layout.CentreY});
+    PlaceValue();
+    PlaceZeroButton();
+    KnobScroller_->setGeometry(WholePixels(face_.layout.scroller));
+    SetColours(KnobScroller_, face_.back, design_.KnobTextColor);
+    ShowScroller();
+}
+
+void KnobControl1::PlaceValue() {
+    const QColor labelBack = face_.layout.labelOnFace ? design_.KnobFillColor : design_.KnobBorderColor;
+    setFont(design_.KnobFont);
+    KnobValueTextbox_->setFont(design_.KnobFont);
+    KnobValueTextbox_->setGeometry(WholePixels(face_.layout.textBox));
+    KnobValueTextbox_->setEnabled(!design_.KnobValueFormat.isEmpty());
+    KnobValueTextbox_->setReadOnly(!design_.KnobValueEditable);
+    SetColours(KnobValueTextbox_, design_.KnobBorderColor, design_.KnobTextColor);
+    KnobValueLabel_->setFont(design_.KnobFont);
+    KnobValueLabel_->setGeometry(WholePixels(face_.layout.label));
+    KnobValueLabel_->setContentsMargins(0, 0, RoundToEven(HiddenRight(face_.layout, width())), 0);
+    KnobValueLabel_->setAlignment(Qt::AlignVCenter |
+                                  (face_.layout.labelLeft ? Qt::AlignLeft : Qt::AlignRight));
+    SetColours(KnobValueLabel_, labelBack, design_.KnobTextColor);
+    // The label's back is drawn with the face, so that the tick marks lie over it.
+    const bool shown = !design_.KnobValueEditable && !design_.KnobValueFormat.isEmpty();
+    face_.labelBack = shown ? labelBack : QColor();
+}
+
+void KnobControl1::PlaceZeroButton() {
+    ZeroButton_->setVisible(design_.KnobZeroButton && design_.KnobVisible);
+    if (!design_.KnobZeroButton) {
+        return;
+    }
+    const QPointF corner = face_.layout.zeroButton;
+    ZeroButton_->move(RoundToEven(corner.x()), RoundToEven(corner.y()));
+    ZeroButton_->SetButtonFillColor(design_.KnobFillColor);
+    ZeroButton_->SetButtonBackColor(design_.KnobFillColor);
+    ZeroButton_->SetButtonForeColor(design_.KnobTextColor);
+    ZeroButton_->SetButtonDepth(0);
+    ZeroButton_->SetButtonSunk(false);
+}
+
+void KnobControl1::ShowChildren() {
+    const bool visible = design_.KnobVisible;
+    setAttribute(Qt::WA_OpaquePaintEvent, visible); // hidden, it lets the picture under it show
+    ZeroButton_->setVisible(visible && design_.KnobZeroButton);
+    KnobScroller_->setVisible(visible);
+    KnobValueLabel_->setVisible(visible && !design_.KnobValueEditable);
+    KnobValueTextbox_->setVisible(visible && design_.KnobValueEditable);
+}
+
+void KnobControl1::ShowScroller() {
+    const QSignalBlocker silent(KnobScroller_);
+    KnobScroller_->setRange(state_.ScrollerMin(), state_.ScrollerMax());
+    KnobScroller_->setPageStep(state_.LargeChange());
+    KnobScroller_->setValue(state_.ScrollerValue());
+}
+
+void KnobControl1::PlacePointer() {
+    ShowScroller();
+    const int sweep = knob::Sweep(design_.KnobStartAngle, design_.KnobStopAngle);
+    const float place =
+        knob::Quantised(state_.Position(), design_.KnobMin, design_.KnobMax, design_.KnobValueQuantized);
+    const double angle = design_.KnobStartAngle + static_cast<double>(sweep) * place;
+    if (angle != pointerAngle_) {
+        pointerAngle_ = angle;
+        update(PointerBounds(face_.layout).toAlignedRect());
+        AnnounceValue(*this, state_.KnobValue());
+    }
+}
+
+QString KnobControl1::ShownText() const {
+    const QString& format = design_.KnobValueFormat;
+    return format.isEmpty() ? QString() : FormatText(state_.KnobXlatedValue(), format);
+}
+
+void KnobControl1::ShowText() {
+    const QString text = ShownText();
+    KnobValueLabel_->setText(text);
+    KnobValueTextbox_->setText(text);
+}
+
+bool KnobControl1::RaiseChange() {
+    const QPointer<KnobControl1> alive(this);
+    emit Change();
+    return !alive.isNull();
+}
+
+bool KnobControl1::RaiseDone() {
+    const QPointer<KnobControl1> alive(this);
+    emit Done();
+    return !alive.isNull();
+}
+
+bool KnobControl1::RaiseXlateValue(float Value, QString& Display) {
+    const QPointer<KnobControl1> alive(this);
+    emit KnobXlateValue(Value, Display);
+    return !alive.isNull();
+}
+
+void KnobControl1::EnableTimeout() {
+    if (!Timeout_->isActive()) {
+        Timeout_->start();
+    }
+}
+
+void KnobControl1::DisableTimeout() {
+    Timeout_->stop();
+}
+
+void KnobControl1::RenderFace() {
+    const double scale = devicePixelRatioF();
+    still_ =
+        QPixmap((QSizeF(size()) * scale).toSize() + QSize(1, 1)); // at 1.25 the edges fall between pixels
+    still_.setDevicePixelRatio(scale);
+    QPainter painter(&still_);
+    DrawKnobFace(painter, design_, face_, rect());
+}
+
+void KnobControl1::paintEvent(QPaintEvent* event) {
+    if (!design_.KnobVisible) {
+        return;
+    }
+    const DeferredRepaint::Drawing drawing(repaint_);
+    if (still_.isNull() || still_.devicePixelRatio() != devicePixelRatioF()) {
+        RenderFace();
+    }
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, still_);
+    if (event->region().intersects(PointerBounds(face_.layout).toAlignedRect())) {
+        DrawKnobPointer(painter, face_.layout, pointerAngle_);
+    }
+    if (focus_.Shown()) {
+        DrawKnobFocus(painter, face_.layout);
+    }
+}
+
+void KnobControl1::resizeEvent(QResizeEvent*) {
+    placed_ = false;
+    LayOut();
+}
+
+void KnobControl1::showEvent(QShowEvent*) {
+    LayOut();
+}
+
+void KnobControl1::mousePressEvent(QMouseEvent* event) {
+    state_.MousePress(ButtonOf(event->button()), event->position());
+}
+
+void KnobControl1::mouseMoveEvent(QMouseEvent* event) {
+    state_.MouseMove(ButtonOf(event->buttons()), 0, event->position());
+}
+
+void KnobControl1::mouseReleaseEvent(QMouseEvent*) {
+    state_.MouseRelease();
+}
+
+void KnobControl1::Step(const StepRequest& request) {
+    using Kind = StepRequest::Kind;
+    const std::int64_t range = std::int64_t{state_.ScrollerMax()} - state_.ScrollerMin();
+    switch (request.kind) {
+    case Kind::Step:
+        state_.Step(request.count);
+        break;
+    case Kind::Page:
+        state_.Step(std::int64_t{request.count} * state_.LargeChange());
+        break;
+    case Kind::ToLow:
+        state_.Step(-range);
+        break;
+    case Kind::ToHigh:
+        state_.Step(range);
+        break;
+    }
+}
+
+void KnobControl1::wheelEvent(QWheelEvent* event) {
+    event->accept();
+    if (event->buttons() != Qt::NoButton) {
+        return; // the mouse turns the knob already
+    }
+    if (const auto request = wheel_.Take(*event)) {
+        Step(*request);
+    }
+}
+
+void KnobControl1::keyPressEvent(QKeyEvent* event) {
+    if (const auto request = StepOfKey(*event)) {
+        event->accept();
+        if (focus_.Key()) {
+            update();
+        }
+        Step(*request);
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void KnobControl1::focusInEvent(QFocusEvent* event) {
+    if (focus_.In(event->reason())) {
+        update();
+    }
+}
+
+void KnobControl1::focusOutEvent(QFocusEvent*) {
+    if (focus_.Out()) {
+        update();
+    }
+}
+
+bool KnobControl1::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == KnobValueTextbox_ && event->type() == QEvent::KeyPress && design_.KnobValueEditable) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
+            event->accept();
+            EndEdit(key != Qt::Key_Escape);
+            return true;
+        }
+    }
+    if (watched == KnobValueTextbox_ && event->type() == QEvent::FocusOut) {
+        ShowText(); // an edit that nobody ended leaves nothing behind
+    }
+    return false;
+}
+
+void KnobControl1::EndEdit(bool accept) {
+    const std::optional<double> number = NumberOfText(KnobValueTextbox_->text());
+    setFocus(Qt::OtherFocusReason);
+    if (accept && number && *number >= design_.KnobMin && *number <= design_.KnobMax) {
+        const int value = RoundToEven<std::int16_t>(*number);
+        if (value != state_.ScrollerValue()) {
+            state_.MoveScroller(value);
+        } else {
+            state_.RefreshValue();
+        }
+        return;
+    }
+    state_.RunChangePath();
 }

