@@ -1,4 +1,4 @@
-#include "display/plotter.h"
+#include "display/plot_control_set.h"
 
 #include "display/recording_canvas.h"
 #include "support/scripted_driver.h"
@@ -20,26 +20,10 @@ constexpr int kHeight = 252;
 /// The plotter among controls of its own, recording canvases and a scripted driver.
 class PlotterTest : public testing::Test {
   protected:
-    PlotterTest() : plotter(record, instrument.driver, Controls(), main, &companions, MainCalls()) {
+    PlotterTest() : plotter(record, instrument.driver, controls.Pointers(), main, &companions, MainCalls()) {
         record.SampleDepth = kSampleDepth;
         record.DisplayExpansion = record.HeldZoom = 1;
         record.TriggerMark = -1;
-        VertPanSlider.SetSliderValueQuantized(0.01F);
-        VertPanSlider.SetSliderValue(0.5F);
-        HorizPanSlider.SetSliderValueQuantized(0.0001F);
-        HorizPanSlider.SetSliderValue(0);
-        VertZoomKnob.SetKnobValue(1);
-        HorizZoomKnob.SetKnobValue(1);
-        TriggerKnob.SetKnobMin(-200);
-        TriggerKnob.SetKnobMax(200);
-        for (KnobControl1& knob : OffsetKnob) {
-            knob.SetKnobMin(-127);
-            knob.SetKnobMax(127);
-            knob.SetKnobValue(0);
-        }
-        FFTWindowCombo.addItems({"Rectangular", "Hanning", "Hamming", "Triangular", "Welch!"});
-        FFTPlotType0.setAutoExclusive(false);
-        FFTPlotType0.setChecked(true);
         instrument.script.samplePeriod.Always(1e-6F);
         plotter.SetLargeTimePlot({.Open = [this] { return largeOpen; },
                                   .Surface = [this]() -> Canvas& {
@@ -57,29 +41,6 @@ class PlotterTest : public testing::Test {
                                  .Visible = [this] { return spectrumVisible; },
                                  .Show = Event("Show"),
                                  .Hide = Event("Hide")});
-    }
-
-    PlotControls Controls() {
-        PlotControls controls{.VertPanSlider = &VertPanSlider,
-                              .HorizPanSlider = &HorizPanSlider,
-                              .PretriggerSlider = &PretriggerSlider,
-                              .VertZoomKnob = &VertZoomKnob,
-                              .HorizZoomKnob = &HorizZoomKnob,
-                              .TriggerKnob = &TriggerKnob,
-                              .DelayKnob = &DelayKnob,
-                              .OffsetKnob = {},
-                              .VertCursorEn = {},
-                              .HorizCursorEn = {},
-                              .FFTWindowCombo = &FFTWindowCombo,
-                              .FFTPlotType0 = &FFTPlotType0};
-        for (int channel = 1; channel <= kScopeChannels; ++channel) {
-            controls.OffsetKnob[channel] = &OffsetKnob[channel];
-        }
-        for (int i = 0; i < Record::kCursors; ++i) {
-            controls.VertCursorEn[i] = &VertCursorEn[i];
-            controls.HorizCursorEn[i] = &HorizCursorEn[i];
-        }
-        return controls;
     }
 
     PlotCalls MainCalls() {
@@ -103,12 +64,7 @@ class PlotterTest : public testing::Test {
 
     Record record;
     ScriptedInstrument instrument;
-    SliderControl1 VertPanSlider, HorizPanSlider, PretriggerSlider;
-    KnobControl1 VertZoomKnob, HorizZoomKnob, TriggerKnob, DelayKnob;
-    PerScope<KnobControl1> OffsetKnob;
-    Indexed<QCheckBox, 0, Record::kCursors - 1> VertCursorEn, HorizCursorEn;
-    QComboBox FFTWindowCombo;
-    QRadioButton FFTPlotType0;
+    PlotControlSet controls;
     RecordingCanvas main{kWidth, kHeight};
     RecordingCompanions companions{main};
     RecordingCanvas large{2 * kWidth, kHeight};
@@ -123,7 +79,7 @@ class PlotterTest : public testing::Test {
 TEST_F(PlotterTest, DoesNothingWhilePlotInhibitIsSet) {
     record.PlotInhibit = true;
     record.ChannelInvert[5] = true;
-    VertCursorEn[0].setChecked(true);
+    controls.VertCursorEn[0].setChecked(true);
     PlotNow();
     EXPECT_THAT(main.calls, IsEmpty());
     EXPECT_THAT(events, IsEmpty());
@@ -135,8 +91,8 @@ TEST_F(PlotterTest, DoesNothingWhilePlotInhibitIsSet) {
 }
 
 TEST_F(PlotterTest, CopiesTheCheckBoxesOfTheCursors) {
-    VertCursorEn[1].setChecked(true);
-    HorizCursorEn[2].setCheckState(Qt::PartiallyChecked);
+    controls.VertCursorEn[1].setChecked(true);
+    controls.HorizCursorEn[2].setCheckState(Qt::PartiallyChecked);
     record.VertCursorEnabled[0] = record.HorizCursorEnabled[0] = true;
     PlotNow();
     EXPECT_FALSE(record.VertCursorEnabled[0]);
@@ -146,12 +102,12 @@ TEST_F(PlotterTest, CopiesTheCheckBoxesOfTheCursors) {
 }
 
 TEST_F(PlotterTest, OffsetIsPercentOfTheHalfSpan) {
-    OffsetKnob[1].SetKnobValue(127);
-    OffsetKnob[2].SetKnobValue(-127);
-    OffsetKnob[3].SetKnobValue(-30);
-    OffsetKnob[4].SetKnobMin(-100);
-    OffsetKnob[4].SetKnobMax(100);
-    OffsetKnob[4].SetKnobValue(25);
+    controls.OffsetKnob(1).SetKnobValue(127);
+    controls.OffsetKnob(2).SetKnobValue(-127);
+    controls.OffsetKnob(3).SetKnobValue(-30);
+    controls.OffsetKnob(4).SetKnobMin(-100);
+    controls.OffsetKnob(4).SetKnobMax(100);
+    controls.OffsetKnob(4).SetKnobValue(25);
     record.ChannelOffsetPercent[5] = 12;
     PlotNow();
     EXPECT_FLOAT_EQ(record.ChannelOffsetPercent[1], 100);
@@ -170,19 +126,19 @@ TEST_F(PlotterTest, MathChannelsAreNeverInverted) {
 }
 
 TEST_F(PlotterTest, DelayIsActiveAboveTheLeastOfItsKnob) {
-    DelayKnob.SetKnobMin(10);
-    DelayKnob.SetKnobMax(90);
-    DelayKnob.SetKnobValue(10);
+    controls.DelayKnob.SetKnobMin(10);
+    controls.DelayKnob.SetKnobMax(90);
+    controls.DelayKnob.SetKnobValue(10);
     PlotNow();
     EXPECT_FALSE(record.DelayActive);
-    DelayKnob.SetKnobValue(11);
+    controls.DelayKnob.SetKnobValue(11);
     PlotNow();
     EXPECT_TRUE(record.DelayActive);
 }
 
 TEST_F(PlotterTest, AsksTheDriverForThePeriodOfWhatIsShown) {
     record.HeldSamplePeriod = 0.25;
-    VertCursorEn[0].setChecked(true);
+    controls.VertCursorEn[0].setChecked(true);
     record.VertCursorTime[0] = 100e-6;
     instrument.script.samplePeriod.By([](bool running, double held) {
         return running ? 1e-6F : static_cast<float>(held * 4e-6); // then 1e-06, too
@@ -196,15 +152,14 @@ TEST_F(PlotterTest, AsksTheDriverForThePeriodOfWhatIsShown) {
 }
 
 TEST_F(PlotterTest, HandsTheControlsToThePlot) {
-    VertPanSlider.SetSliderValue(0.25F);
-    VertZoomKnob.SetKnobValue(2);
-    HorizPanSlider.SetSliderValue(0.5F);
-    HorizZoomKnob.SetKnobValue(4);
+    controls.VertPanSlider.SetSliderValue(0.25F);
+    controls.VertZoomKnob.SetKnobValue(2);
+    controls.HorizPanSlider.SetSliderValue(0.5F);
+    controls.HorizZoomKnob.SetKnobValue(4);
     record.DisplayExpansion = 2.5;
     record.HeldZoom = 0.4;
-    TriggerKnob.SetKnobValue(-50);
-    PretriggerSlider.SetSliderValueQuantized(0.01F);
-    PretriggerSlider.SetSliderValue(0.25F);
+    controls.TriggerKnob.SetKnobValue(-50);
+    controls.PretriggerSlider.SetSliderValue(0.25F);
     record.TriggerMark = 1;
     PlotNow();
     EXPECT_NEAR(record.ViewXMin, 2999 * 3 / 8.0, 1e-6);
@@ -219,7 +174,7 @@ TEST_F(PlotterTest, LargeWindowIsDrawnOnlyWhenOpen) {
     PlotNow();
     EXPECT_THAT(events, ElementsAre("WorldLineUpdate(0, 2999, 126, -126)"));
     largeOpen = true;
-    HorizZoomKnob.SetKnobValue(3);
+    controls.HorizZoomKnob.SetKnobValue(3);
     PlotNow();
     EXPECT_THAT(events, ElementsAre("large plot", "large RefreshAppInfo",
                                     "WorldLineUpdate(0, " + Figure(2999 / 3.0) + ", 126, -126)"));
@@ -254,7 +209,7 @@ TEST_F(PlotterTest, SpectrumIsDrawnOfTheChannelsThatAreOn) {
     record.ChannelInvert[1] = true;
     record.ChannelColour[1] = 0x111111;
     record.ChannelColour[6] = 0x666666;
-    for (auto* en : {&VertCursorEn[0], &HorizCursorEn[0]}) {
+    for (auto* en : {&controls.VertCursorEn[0], &controls.HorizCursorEn[0]}) {
         en->setChecked(true);
     }
     PlotNow();
@@ -271,7 +226,7 @@ TEST_F(PlotterTest, TransformGetsSamplesWindowAndReference) {
     for (int i = 0; i <= kSampleRow; ++i) {
         record.SampleData(3, i) = static_cast<float>(i);
     }
-    FFTWindowCombo.setCurrentIndex(4);
+    controls.FFTWindowCombo.setCurrentIndex(4);
     std::vector<double> seen;
     std::vector<double> scaleModes;
     int windowSeen = -1;
@@ -290,7 +245,7 @@ TEST_F(PlotterTest, TransformGetsSamplesWindowAndReference) {
     EXPECT_FLOAT_EQ(record.SpectrumData(3, 0), -30.01F);
     EXPECT_FLOAT_EQ(record.SpectrumData(3, 1), 24.25F);
     EXPECT_FLOAT_EQ(record.SpectrumData(3, 1024), 30);
-    FFTPlotType0.setChecked(false);
+    controls.FFTPlotType0.setChecked(false);
     PlotNow();
     EXPECT_THAT(scaleModes, ElementsAre(0.5, 0.0));
     EXPECT_FLOAT_EQ(record.SpectrumData(3, 1), 0); // 120 * 0.25 - 30
@@ -298,7 +253,7 @@ TEST_F(PlotterTest, TransformGetsSamplesWindowAndReference) {
 }
 
 TEST_F(PlotterTest, WorksBeforeTheOtherWindowsAreThere) {
-    Plotter alone(record, instrument.driver, Controls(), main, nullptr, {});
+    Plotter alone(record, instrument.driver, controls.Pointers(), main, nullptr, {});
     record.ChannelOn[1] = record.ChannelFFT[1] = true;
     alone.PlotNow();
     EXPECT_GT(main.Count("LineTo"), 100);
@@ -306,7 +261,7 @@ TEST_F(PlotterTest, WorksBeforeTheOtherWindowsAreThere) {
 
 TEST_F(PlotterTest, ARecordThatNobodyHasFilledIsSurvived) {
     Record empty;
-    Plotter early(empty, instrument.driver, Controls(), main, &companions, {});
+    Plotter early(empty, instrument.driver, controls.Pointers(), main, &companions, {});
     early.PlotNow();
     EXPECT_EQ(main.calls.back(), "SetPixelScale()");
 }

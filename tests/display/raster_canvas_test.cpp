@@ -159,7 +159,8 @@ TEST(RasterCanvas, CharacterTwentySixIsAnArrow) {
 TEST(RasterCanvas, TextsOverTheEdgesAreCut) {
     RasterCanvas canvas(30, 30);
     const QString text = QStringLiteral("TOO MUCH ZOOM");
-    for (const auto& [x, y] : {std::pair{-20.0, -5.0}, {25.0, 25.0}, {-1e9, 5.0}, {kInf, -kInf}, {kNan, 0.0}}) {
+    for (const auto& [x, y] :
+         {std::pair{-20.0, -5.0}, {25.0, 25.0}, {-1e9, 5.0}, {kInf, -kInf}, {kNan, 0.0}}) {
         canvas.SetCurrent(x, y);
         canvas.Print(text);
     }
@@ -294,7 +295,8 @@ TEST(PaintSpans, AllWidthsOfRegisterPaintTheSame) {
             if (noise.Next() > -0.8) {
                 tops[static_cast<std::size_t>(c)] = noise.Index(kHeight);
                 bottoms[static_cast<std::size_t>(c)] =
-                    noise.Index(kHeight - tops[static_cast<std::size_t>(c)]) + tops[static_cast<std::size_t>(c)];
+                    noise.Index(kHeight - tops[static_cast<std::size_t>(c)]) +
+                    tops[static_cast<std::size_t>(c)];
             }
             for (int y = tops[static_cast<std::size_t>(c)]; y <= bottoms[static_cast<std::size_t>(c)]; ++y) {
                 expected[y * kWidth + c] = 5;
