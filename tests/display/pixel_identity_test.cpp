@@ -41,7 +41,9 @@ int Painted(const QImage& image) {
 /// Both roads, told the same.
 struct BothRoads {
     BothRoads(int width, int height, double ratio = 1)
-        : fast(width, height, ratio), plain(width, height, ratio) {}
+        : fast(width, height, ratio), plain(width, height, ratio) {
+        fast.SetPixelScale();
+    }
     template <class Draw> void Do(Draw draw) {
         draw(static_cast<Canvas&>(fast));
         draw(static_cast<Canvas&>(plain));

@@ -162,11 +162,14 @@ TEST_F(PlotCanvasTest, ResizeMakesANewRasterAndSaysSo) {
     EXPECT_EQ(resized.size(), 1);
     EXPECT_EQ(canvas.Image().width(), std::ceil(120 * canvas.devicePixelRatioF()));
     EXPECT_GT(canvas.Surface().ScaleHeight(), 0); // pixel scale, so that a minimised canvas is known
-    canvas.resize(1, 1);
-    Draw();
-    EXPECT_EQ(canvas.Surface().ScaleWidth(), canvas.Image().width());
-    canvas.resize(0, 0);
-    Draw();
+    for (const QSize size : {QSize(1, 1), QSize(1, 90), QSize(90, 1), QSize(0, 0)}) {
+        canvas.resize(size);
+        Draw();
+        const QImage picture = canvas.Image();
+        QImage empty(picture.size(), QImage::Format_RGB32);
+        empty.fill(Qt::black);
+        EXPECT_EQ(picture, empty);
+    }
 }
 
 TEST_F(PlotCanvasTest, CompanionsMayBeToldAnything) {

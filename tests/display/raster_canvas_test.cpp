@@ -79,6 +79,7 @@ TEST(RasterCanvas, ALineOfTwoPixelsIsAStampAtEachPoint) {
 
 TEST(RasterCanvas, PenGrowsWithTheScreensScale) {
     RasterCanvas canvas(12, 12, 1.5);
+    canvas.SetPixelScale();
     canvas.SetDrawWidth(2);
     canvas.PSet(5, 5);
     EXPECT_EQ(Painted(canvas), 9);
@@ -192,7 +193,9 @@ TEST(RasterCanvas, ANewFontChangesTheTexts) {
     canvas.SetFont(large);
     EXPECT_GT(canvas.TextWidth(QStringLiteral("MMM")), small);
     const double before = canvas.TextHeight(QStringLiteral(" "));
-    canvas.Resize(100, 60, 2);
+    canvas.Resize(200, 120, 2);
+    EXPECT_NEAR(canvas.TextHeight(QStringLiteral(" ")), before, 1); // in pixels of the face
+    canvas.SetPixelScale();
     EXPECT_NEAR(canvas.TextHeight(QStringLiteral(" ")), 2 * before, 2);
 }
 
@@ -246,16 +249,16 @@ TEST(RasterCanvas, ScalesThatAreNoneDrawNothingAndDoNoHarm) {
     }
 }
 
-TEST(RasterCanvas, ResizeGivesAnEmptyPictureInPixelScale) {
+TEST(RasterCanvas, ResizeGivesAnEmptyPictureInPixelsOfTheFace) {
     RasterCanvas canvas(40, 30);
     canvas.SetScale(0, 126, 3000, -126);
     canvas.FillBox(0, 126, 3000, -126);
     canvas.SetDrawWidth(2);
     canvas.Resize(80, 60, 2);
     EXPECT_EQ(Painted(canvas), 0);
-    EXPECT_EQ(canvas.ScaleHeight(), 60);
+    EXPECT_EQ(canvas.ScaleHeight(), 30);
     EXPECT_EQ(canvas.PixelRatio(), 2);
-    canvas.PSet(20, 20);
+    canvas.PSet(10, 10);
     EXPECT_EQ(Painted(canvas), 16); // the pen stays 2, now of 4 pixels
 }
 
