@@ -1,3 +1,4 @@
+#include "controls/accessibility.h"
 #include "controls/face_style.h"
 #include "controls/symbol_font.h"
 #include "driver/driver.h"
@@ -35,6 +36,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("Corvantine"));
     QApplication::setQuitOnLastWindowClosed(false);
     LoadSymbolFont();
+    InstallAccessibility();
     ApplyFaceStyle(application);
 
     Environment environment = RealEnvironment();

@@ -7,8 +7,9 @@ namespace sim {
 
 namespace {
 
-/// Times never come near 0, so that what lies a record before now is a time too.
-constexpr double kEpoch = 1;
+/// Times never come near 0, so that what lies a record before now is a time too; and not at a round number
+/// of nanoseconds, so that no sample falls right on the edge of a signal with round figures.
+constexpr double kEpoch = 1 + 0.37e-9;
 constexpr double kLongestLag = 0.2; ///< real seconds that a trigger may be found late
 
 bool IsSlot(int ch) {

@@ -65,7 +65,7 @@ std::optional<double> TriggerSearch::Find(const Module& module, double now, doub
         }
         const double there = margin(next);
         if (here <= 0 && there > 0) {
-            return jumps ? jump : at_ + (next - at_) * -here / (there - here);
+            return jumps ? next : at_ + (next - at_) * -here / (there - here);
         }
         at_ = next;
         here = there;

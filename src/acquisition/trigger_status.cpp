@@ -8,8 +8,10 @@ TriggerStatus::TriggerStatus(QLabel* label) : label_(label) {
             texts_[word][static_cast<std::size_t>(dots)] = words[word] + QString(dots, QLatin1Char('.'));
         }
     }
-    // A label whose size is fixed asks no layout for room when its text changes.
+    // When its text changes, a label of fixed size asks no layout for room, and one with a name of its own
+    // does not tell assistive technology that it is called something else now.
     label_->setFixedSize(label_->size());
+    label_->setAccessibleName(QStringLiteral("Trigger status"));
 }
 
 void TriggerStatus::Show(Text text) {

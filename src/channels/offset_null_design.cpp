@@ -14,7 +14,8 @@ ControlDesign DialogButton(const char* name, int left, const QString& caption, c
             .fill = fill,
             .back = back,
             .fore = 0xFFFFFF,
-            .font = kPanelButtonFont};
+            .font = kPanelButtonFont,
+            .properties = {{"ButtonCaptionNudgeX", 1}}};
 }
 
 } // namespace

@@ -27,6 +27,10 @@ struct Ring {
     double lineWidth;
 };
 
+/// Controls name as their centre the last pixel of the upper left half, `size / 2 - 1`. Its far corner is the
+/// middle of the surface; rings are drawn around that, or they would stand off centre with blurred edges.
+inline constexpr QPointF kFarCorner{1, 1};
+
 /// Lit from the upper left with a dark upper half: the surface inside looks sunk.
 inline constexpr std::array<BevelArc, 6> kSunkBevel{{{55, 215, 0x000000},
                                                      {215, 225, 0x404040},

@@ -16,7 +16,7 @@ constexpr double kNarrowest = 0.65; // below it the letters of a small font run 
 void DrawRings(QPainter& painter, const ButtonLook& look, const ButtonInk& ink) {
     const ButtonRings rings = RingsOfButton(look);
     painter.save();
-    painter.translate(0.5, 0.5); // from the corner of a pixel to its middle
+    painter.translate(kFarCorner);
     if (rings.fill) {
         DrawRing(painter, *rings.fill, ink.fill);
     }
@@ -67,7 +67,7 @@ void DrawFocus(QPainter& painter, const ButtonLook& look) {
     const auto inner = RingsOfButton(up).inner;
     const double radius = inner ? inner->radius - inner->lineWidth / 2 - 1.5 : half - 1.5;
     const double aspect = static_cast<double>(look.size.height()) / std::max(look.size.width(), 1);
-    DrawFocusRing(painter, {QPointF(ButtonCentre(look.size)) + QPointF(0.5, 0.5), radius, aspect, 1});
+    DrawFocusRing(painter, {QPointF(ButtonCentre(look.size)) + kFarCorner, radius, aspect, 1});
 }
 
 } // namespace

@@ -45,7 +45,6 @@ void SetColours(QWidget* widget, Colour back, Colour fore) {
 namespace {
 
 constexpr QLatin1String kDrawing("drawing");
-constexpr double kFinestScreen = 3; ///< device pixels to a logical one that stored pictures are drawn for
 
 QVariantMap Bag(const ControlDesign& row, const char* fill, const char* back, const char* fore,
                 const char* fontKey, const QFont& font) {
@@ -131,7 +130,8 @@ QWidget* MakeWidget(const ControlDesign& row, QWidget* parent, const QFont& font
         QVariantMap bag = Bag(row, nullptr, "BackColor", nullptr, nullptr, font);
         const FaceDrawing drawing = FindDrawing(bag.take(kDrawing).toString(), form);
         if (drawing) {
-            bag[QStringLiteral("Picture")] = RenderDrawing(drawing, row.place.size(), kFinestScreen);
+            bag[QStringLiteral("Picture")] =
+                RenderDrawing(drawing, row.place.size(), link->devicePixelRatioF());
         }
         link->ReadProperties(bag);
         return link;

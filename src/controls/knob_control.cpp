@@ -2,46 +2,28 @@
 
 #include "controls/accessibility.h"
 #include "controls/button_control.h"
-#include "controls/fonts.h"
+#include "controls/knob_painter.h"
 #include "controls/knob_scroller.h"
 #include "controls/number_format.h"
 #include "controls/rounding.h"
 
 #include <QFontMetrics>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPointer>
-#include <QSignalBlocker>
 #include <QTimer>
 #include <QWheelEvent>
 
 namespace {
 
 constexpr int kRepaintDelay = 10; // milliseconds
-constexpr QSize kZeroButtonSize(7, 7);
 constexpr int kOtherButton = 0;
 
 int ButtonOf(Qt::MouseButtons buttons) {
     return buttons == Qt::LeftButton ? KnobState::kLeftButton : kOtherButton;
-}
-
-QRect WholePixels(const QRectF& r) {
-    return {RoundToEven(r.left()), RoundToEven(r.top()), RoundToEven(r.width()), RoundToEven(r.height())};
-}
-
-void SetColours(QWidget* widget, const QColor& back, const QColor& fore) {
-    QPalette palette = widget->palette();
-    for (auto role : {QPalette::Window, QPalette::Base}) {
-        palette.setColor(role, back);
-    }
-    for (auto role : {QPalette::WindowText, QPalette::Text}) {
-        palette.setColor(role, fore);
-    }
-    widget->setPalette(palette);
 }
 
 /// The host's number of a text alignment.
@@ -62,42 +44,17 @@ KnobControl1::KnobControl1(QWidget* parent) : QWidget(parent), repaint_(*this, k
     Timeout_->setTimerType(Qt::PreciseTimer);
     Timeout_->setSingleShot(true);
     connect(Timeout_, &QTimer::timeout, this, [this] { state_.Timeout(); });
-    MakeChildren();
-    PlaceChildren();
-    repaint_.Request();
-}
-
-void KnobControl1::MakeChildren() {
-    KnobValueLabel_ = new QLabel(this);
-    KnobValueLabel_->setObjectName(QStringLiteral("KnobValueLabel"));
-    KnobValueLabel_->setTextFormat(Qt::PlainText);
-    KnobValueLabel_->setAttribute(Qt::WA_TransparentForMouseEvents);
-
-    KnobValueTextbox_ = new QLineEdit(this);
-    KnobValueTextbox_->setObjectName(QStringLiteral("KnobValueTextbox"));
-    KnobValueTextbox_->setFrame(false);
-    KnobValueTextbox_->setTextMargins(0, 0, 0, 0);
-    KnobValueTextbox_->setAlignment(Qt::AlignHCenter);
-    KnobValueTextbox_->installEventFilter(this);
-
-    KnobScroller_ = new KnobScroller(this);
-    KnobScroller_->setObjectName(QStringLiteral("KnobScroller"));
-    connect(KnobScroller_, &KnobScroller::valueChanged, this, [this](int value) {
+    children_.KnobValueTextbox->installEventFilter(this);
+    connect(children_.Scroller, &KnobScroller::valueChanged, this, [this](int value) {
         if (state_.MoveScroller(value)) {
-            ShowScroller(); // the limits may have set it back
+            children_.ShowScroller(state_); // the limits may have set it back
         }
     });
-
-    ZeroButton_ = new ButtonControl1(this);
-    ZeroButton_->setObjectName(QStringLiteral("ZeroButton"));
-    ZeroButton_->resize(kZeroButtonSize);
-    ZeroButton_->setFocusPolicy(Qt::NoFocus);
-    ZeroButton_->SetButtonFont(InstrumentFont(QStringLiteral("Small Fonts"), 6));
-    ZeroButton_->SetButtonForeColor(Qt::white);
-    ZeroButton_->SetButtonCaptionNudgeY(1);
-    ZeroButton_->SetButtonDepth(0);
-    connect(ZeroButton_, &ButtonControl1::Click, this,
+    connect(children_.ZeroButton, &ButtonControl1::Click, this,
             [this] { state_.MoveScroller(design_.KnobZeroButtonValue); });
+    PlaceChildren();
+    ShowChildren();
+    repaint_.Request();
 }
 
 bool KnobControl1::KnobAnticlock() {
@@ -256,7 +213,7 @@ void KnobControl1::ReadProperties(const QVariantMap& bag) {
 QVariantMap KnobControl1::WriteProperties() const {
     KnobDesign design = design_;
     design.KnobValue = state_.KnobValue();
-    return WriteKnobDesign(design, AlignmentNumber(KnobValueTextbox_->alignment()));
+    return WriteKnobDesign(design, AlignmentNumber(children_.KnobValueTextbox->alignment()));
 }
 
 void KnobControl1::LayOut() {
@@ -275,78 +232,30 @@ void KnobControl1::LayOut() {
 void KnobControl1::PlaceChildren() {
     placed_ = true;
     still_ = {};
-    const QFontMetrics metrics(design_.KnobFont);
-    face_.layout =
-        LayOutKnob({size(), design_.KnobValueAlign, static_cast<double>(metrics.height()),
-                    static_cast<double>(metrics.horizontalAdvance(QString::number(design_.KnobMax))),
-                    ZeroButton_->size()});
-    face_.back = face_.layout.labelOnFace ? design_.KnobBorderColor : design_.KnobFillColor;
-    state_.SetCentre({face_.layout.CentreX, face_.layout.CentreY});
-    PlaceValue();
-    PlaceZeroButton();
-    KnobScroller_->setGeometry(WholePixels(face_.layout.scroller));
-    SetColours(KnobScroller_, face_.back, design_.KnobTextColor);
-    ShowScroller();
-}
-
-void KnobControl1::PlaceValue() {
-    const QColor labelBack = face_.layout.labelOnFace ? design_.KnobFillColor : design_.KnobBorderColor;
     setFont(design_.KnobFont);
-    KnobValueTextbox_->setFont(design_.KnobFont);
-    KnobValueTextbox_->setGeometry(WholePixels(face_.layout.textBox));
-    KnobValueTextbox_->setEnabled(!design_.KnobValueFormat.isEmpty());
-    KnobValueTextbox_->setReadOnly(!design_.KnobValueEditable);
-    SetColours(KnobValueTextbox_, design_.KnobBorderColor, design_.KnobTextColor);
-    KnobValueLabel_->setFont(design_.KnobFont);
-    KnobValueLabel_->setGeometry(WholePixels(face_.layout.label));
-    KnobValueLabel_->setContentsMargins(0, 0, RoundToEven(HiddenRight(face_.layout, width())), 0);
-    KnobValueLabel_->setAlignment(Qt::AlignVCenter |
-                                  (face_.layout.labelLeft ? Qt::AlignLeft : Qt::AlignRight));
-    SetColours(KnobValueLabel_, labelBack, design_.KnobTextColor);
-    // The label's back is drawn with the face, so that the tick marks lie over it.
-    const bool shown = !design_.KnobValueEditable && !design_.KnobValueFormat.isEmpty();
-    face_.labelBack = shown ? labelBack : QColor();
-}
-
-void KnobControl1::PlaceZeroButton() {
-    ZeroButton_->setVisible(design_.KnobZeroButton && design_.KnobVisible);
-    if (!design_.KnobZeroButton) {
-        return;
-    }
-    const QPointF corner = face_.layout.zeroButton;
-    ZeroButton_->move(RoundToEven(corner.x()), RoundToEven(corner.y()));
-    ZeroButton_->SetButtonFillColor(design_.KnobFillColor);
-    ZeroButton_->SetButtonBackColor(design_.KnobFillColor);
-    ZeroButton_->SetButtonForeColor(design_.KnobTextColor);
-    ZeroButton_->SetButtonDepth(0);
-    ZeroButton_->SetButtonSunk(false);
+    const QFontMetrics metrics(design_.KnobFont);
+    const int maxWidth = metrics.horizontalAdvance(QString::number(design_.KnobMax));
+    layout_ = LayOutKnob({size(), design_.KnobValueAlign, static_cast<double>(metrics.height()),
+                          static_cast<double>(maxWidth), children_.ZeroButton->size()});
+    state_.SetCentre({layout_.CentreX, layout_.CentreY});
+    children_.Place(design_, layout_);
+    children_.ShowScroller(state_);
 }
 
 void KnobControl1::ShowChildren() {
-    const bool visible = design_.KnobVisible;
-    setAttribute(Qt::WA_OpaquePaintEvent, visible); // hidden, it lets the picture under it show
-    ZeroButton_->setVisible(visible && design_.KnobZeroButton);
-    KnobScroller_->setVisible(visible);
-    KnobValueLabel_->setVisible(visible && !design_.KnobValueEditable);
-    KnobValueTextbox_->setVisible(visible && design_.KnobValueEditable);
-}
-
-void KnobControl1::ShowScroller() {
-    const QSignalBlocker silent(KnobScroller_);
-    KnobScroller_->setRange(state_.ScrollerMin(), state_.ScrollerMax());
-    KnobScroller_->setPageStep(state_.LargeChange());
-    KnobScroller_->setValue(state_.ScrollerValue());
+    setAttribute(Qt::WA_OpaquePaintEvent, design_.KnobVisible); // hidden, it lets what is under it show
+    children_.Show(design_);
 }
 
 void KnobControl1::PlacePointer() {
-    ShowScroller();
+    children_.ShowScroller(state_);
     const int sweep = knob::Sweep(design_.KnobStartAngle, design_.KnobStopAngle);
     const float place =
         knob::Quantised(state_.Position(), design_.KnobMin, design_.KnobMax, design_.KnobValueQuantized);
     const double angle = design_.KnobStartAngle + static_cast<double>(sweep) * place;
     if (angle != pointerAngle_) {
         pointerAngle_ = angle;
-        update(PointerBounds(face_.layout).toAlignedRect());
+        update(PointerBounds(layout_).toAlignedRect());
         AnnounceValue(*this, state_.KnobValue());
     }
 }
@@ -357,9 +266,7 @@ QString KnobControl1::ShownText() const {
 }
 
 void KnobControl1::ShowText() {
-    const QString text = ShownText();
-    KnobValueLabel_->setText(text);
-    KnobValueTextbox_->setText(text);
+    children_.ShowText(ShownText());
 }
 
 bool KnobControl1::RaiseChange() {
@@ -396,7 +303,7 @@ void KnobControl1::RenderFace() {
         QPixmap((QSizeF(size()) * scale).toSize() + QSize(1, 1)); // at 1.25 the edges fall between pixels
     still_.setDevicePixelRatio(scale);
     QPainter painter(&still_);
-    DrawKnobFace(painter, design_, face_, rect());
+    DrawKnobFace(painter, design_, layout_);
 }
 
 void KnobControl1::paintEvent(QPaintEvent* event) {
@@ -409,11 +316,11 @@ void KnobControl1::paintEvent(QPaintEvent* event) {
     }
     QPainter painter(this);
     painter.drawPixmap(0, 0, still_);
-    if (event->region().intersects(PointerBounds(face_.layout).toAlignedRect())) {
-        DrawKnobPointer(painter, face_.layout, pointerAngle_);
+    if (event->region().intersects(PointerBounds(layout_).toAlignedRect())) {
+        DrawKnobPointer(painter, layout_, pointerAngle_);
     }
     if (focus_.Shown()) {
-        DrawKnobFocus(painter, face_.layout);
+        DrawKnobFocus(painter, layout_);
     }
 }
 
@@ -492,7 +399,8 @@ void KnobControl1::focusOutEvent(QFocusEvent*) {
 }
 
 bool KnobControl1::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == KnobValueTextbox_ && event->type() == QEvent::KeyPress && design_.KnobValueEditable) {
+    if (watched == children_.KnobValueTextbox && event->type() == QEvent::KeyPress &&
+        design_.KnobValueEditable) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
             event->accept();
@@ -500,14 +408,14 @@ bool KnobControl1::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
     }
-    if (watched == KnobValueTextbox_ && event->type() == QEvent::FocusOut) {
+    if (watched == children_.KnobValueTextbox && event->type() == QEvent::FocusOut) {
         ShowText(); // an edit that nobody ended leaves nothing behind
     }
     return false;
 }
 
 void KnobControl1::EndEdit(bool accept) {
-    const std::optional<double> number = NumberOfText(KnobValueTextbox_->text());
+    const std::optional<double> number = NumberOfText(children_.KnobValueTextbox->text());
     setFocus(Qt::OtherFocusReason);
     if (accept && number && *number >= design_.KnobMin && *number <= design_.KnobMax) {
         const int value = RoundToEven<std::int16_t>(*number);

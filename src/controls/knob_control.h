@@ -2,8 +2,9 @@
 
 #include "controls/deferred_repaint.h"
 #include "controls/keyboard_focus.h"
+#include "controls/knob_children.h"
 #include "controls/knob_design.h"
-#include "controls/knob_painter.h"
+#include "controls/knob_layout.h"
 #include "controls/knob_state.h"
 #include "controls/step_input.h"
 
@@ -13,14 +14,11 @@
 #include <QVariant>
 #include <QWidget>
 
-class ButtonControl1;
-class KnobScroller;
-class QLabel;
-class QLineEdit;
 class QTimer;
 
 /// The rotary knob. A put of a property lays the control out, which ends in `Change` and `Done`; so does a
-/// resize and the show. The handlers of all three events may put properties and may delete the knob.
+/// resize and the show. The handlers of all three events may put properties and may delete the knob, but not
+/// in the events of a resize or a show: the toolkit is not done with a widget then.
 class KnobControl1 : public QWidget, private KnobEvents {
     Q_OBJECT
     Q_PROPERTY(int KnobValue READ KnobValue WRITE SetKnobValue)
@@ -153,20 +151,16 @@ class KnobControl1 : public QWidget, private KnobEvents {
     void EnableTimeout() override;
     void DisableTimeout() override;
 
-    void MakeChildren();
     template <class T> void Put(T KnobDesign::*property, const T& value);
     void LayOut();
     void PlaceChildren();
-    void PlaceValue();
-    void PlaceZeroButton();
     void ShowChildren();
-    void ShowScroller();
     void EndEdit(bool accept);
     void RenderFace();
 
     KnobDesign design_;
     KnobState state_{design_, *this};
-    KnobFace face_;
+    KnobLayout layout_;
     QPixmap still_; ///< the face as it was drawn last; null when it has to be drawn again
     double pointerAngle_ = 0;
     bool placed_ = false; ///< the children stand where the properties want them
@@ -175,8 +169,5 @@ class KnobControl1 : public QWidget, private KnobEvents {
     WheelSteps wheel_;
     DeferredRepaint repaint_;
     QTimer* Timeout_ = nullptr;
-    QLabel* KnobValueLabel_ = nullptr;
-    QLineEdit* KnobValueTextbox_ = nullptr;
-    KnobScroller* KnobScroller_ = nullptr;
-    ButtonControl1* ZeroButton_ = nullptr;
+    KnobChildren children_{*this};
 };

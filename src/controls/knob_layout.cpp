@@ -50,6 +50,7 @@ void PlaceLabel(KnobLayout& k, int align) {
 
 KnobLayout LayOutKnob(const KnobMeasures& m) {
     KnobLayout k;
+    k.control = {QPointF(0, 0), m.control};
     const double width = std::max(0.0, OuterWidth(m) - 2 * kMargin);
     k.boundary = {m.control.width() / 2 - width / 2, kMargin, width, width};
     k.Radius = width / 2;
@@ -62,6 +63,6 @@ KnobLayout LayOutKnob(const KnobMeasures& m) {
     return k;
 }
 
-double HiddenRight(const KnobLayout& layout, double controlWidth) {
-    return std::clamp(layout.label.right() - controlWidth, 0.0, layout.label.width());
+double HiddenRight(const KnobLayout& layout) {
+    return std::clamp(layout.label.right() - layout.control.right(), 0.0, layout.label.width());
 }

@@ -6,6 +6,7 @@
 
 /// Where the pieces of a knob stand, in pixels of the control.
 struct KnobLayout {
+    QRectF control;
     QRectF boundary; ///< KnobBoundary, a circle
     double Radius = 0;
     double CentreX = 0;
@@ -35,4 +36,4 @@ struct KnobMeasures {
 KnobLayout LayOutKnob(const KnobMeasures& measures);
 
 /// A text justified to the right of a label that reaches beyond the control is kept inside by this margin.
-double HiddenRight(const KnobLayout& layout, double controlWidth);
+double HiddenRight(const KnobLayout& layout);

@@ -49,15 +49,15 @@ void DrawBoundary(QPainter& painter, const KnobDesign& design, const KnobLayout&
 }
 
 /// The label's back: a window let into the panel. On the face itself it is plain.
-void DrawLabelBack(QPainter& painter, const KnobFace& face) {
-    const QRectF label = face.layout.label.toAlignedRect();
-    if (face.layout.labelOnFace) {
-        painter.fillRect(label, face.labelBack);
+void DrawLabelBack(QPainter& painter, const KnobDesign& design, const KnobLayout& layout) {
+    const QRectF label = layout.label.toAlignedRect();
+    if (layout.labelOnFace) {
+        painter.fillRect(label, KnobLabelBack(design, layout));
         return;
     }
     const QRectF window = label.adjusted(-kWindowPad, 0, kWindowPad, 0);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(face.labelBack);
+    painter.setBrush(KnobLabelBack(design, layout));
     painter.drawRoundedRect(window, kWindowPad, kWindowPad);
     const QRectF edge = window.adjusted(kWindowPad, 0.5, -kWindowPad, -0.5);
     painter.setPen(QPen(QColor(0, 0, 0, kWindowEdge), 1));
@@ -99,16 +99,16 @@ void DrawRims(QPainter& painter, const KnobLayout& layout) {
 
 } // namespace
 
-void DrawKnobFace(QPainter& painter, const KnobDesign& design, const KnobFace& face, QRectF control) {
-    painter.fillRect(control, face.back);
+void DrawKnobFace(QPainter& painter, const KnobDesign& design, const KnobLayout& layout) {
+    painter.fillRect(layout.control, KnobBack(design, layout));
     painter.setRenderHint(QPainter::Antialiasing);
-    DrawBoundary(painter, design, face.layout);
-    if (face.labelBack.isValid()) {
-        DrawLabelBack(painter, face);
+    DrawBoundary(painter, design, layout);
+    if (!design.KnobValueEditable && !design.KnobValueFormat.isEmpty()) {
+        DrawLabelBack(painter, design, layout);
     }
-    DrawMarkers(painter, design, face.layout);
-    DrawRims(painter, face.layout);
-    DrawZeroButtonEdge(painter, design, face.layout);
+    DrawMarkers(painter, design, layout);
+    DrawRims(painter, layout);
+    DrawZeroButtonEdge(painter, design, layout);
 }
 
 void DrawKnobPointer(QPainter& painter, const KnobLayout& layout, double angle) {
@@ -130,4 +130,12 @@ QRectF PointerBounds(const KnobLayout& layout) {
 
 void DrawKnobFocus(QPainter& painter, const KnobLayout& layout) {
     DrawFocusRing(painter, {layout.drawnCentre(), layout.Radius + kFocusReach, 1, 1});
+}
+
+QColor KnobBack(const KnobDesign& design, const KnobLayout& layout) {
+    return layout.labelOnFace ? design.KnobBorderColor : design.KnobFillColor;
+}
+
+QColor KnobLabelBack(const KnobDesign& design, const KnobLayout& layout) {
+    return layout.labelOnFace ? design.KnobFillColor : design.KnobBorderColor;
 }

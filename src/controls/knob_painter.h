@@ -7,15 +7,8 @@
 class QPainter;
 struct KnobDesign;
 
-/// What is drawn of a knob apart from its children.
-struct KnobFace {
-    KnobLayout layout;
-    QColor back;      ///< of the control
-    QColor labelBack; ///< of the value label; invalid: no label is shown
-};
-
 /// The parts that stand still: back, label's back, circle, tick marks and the machined groove.
-void DrawKnobFace(QPainter& painter, const KnobDesign& design, const KnobFace& face, QRectF control);
+void DrawKnobFace(QPainter& painter, const KnobDesign& design, const KnobLayout& layout);
 
 /// `KnobIndicator`, three pixels wide, at that angle.
 void DrawKnobPointer(QPainter& painter, const KnobLayout& layout, double angle);
@@ -25,3 +18,8 @@ QRectF PointerBounds(const KnobLayout& layout);
 
 /// Shows that the keyboard turns this knob.
 void DrawKnobFocus(QPainter& painter, const KnobLayout& layout);
+
+/// The back of the control and of the value label: the circle's fill and border colours, or the other way
+/// round when the label lies on the face.
+QColor KnobBack(const KnobDesign& design, const KnobLayout& layout);
+QColor KnobLabelBack(const KnobDesign& design, const KnobLayout& layout);

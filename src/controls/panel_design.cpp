@@ -40,7 +40,8 @@ ControlDesign PanelButton(const char* name, int index, QRect place, const QStrin
             .fill = fill,
             .back = kPanelBack,
             .fore = fore,
-            .font = kPanelButtonFont};
+            .font = kPanelButtonFont,
+            .properties = {{"ButtonCaptionNudgeX", 1}}};
 }
 
 ControlDesign PanelLabel(const char* name, int index, QRect place, const QString& caption,

@@ -41,7 +41,7 @@ void DrawThumb(QPainter& painter, const SliderLook& look, const ThumbPlace& plac
     painter.setPen(Qt::NoPen);
     painter.setBrush(look.fill);
     painter.drawEllipse(place.thumb);
-    painter.translate(0.5, 0.5); // from the corner of a pixel to its middle
+    painter.translate(kFarCorner);
     if (look.depth > 0) {
         DrawBevel(painter, ThumbBevel(place, look.depth), kRaisedBevel);
     }
@@ -50,7 +50,7 @@ void DrawThumb(QPainter& painter, const SliderLook& look, const ThumbPlace& plac
         mark.radius -= look.depth / 2.0 + 1;
         DrawFocusRing(painter, mark);
     }
-    painter.translate(-0.5, -0.5);
+    painter.translate(-kFarCorner);
 }
 
 } // namespace

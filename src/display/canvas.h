@@ -8,8 +8,8 @@
 enum class PenStyle { Solid, Dotted };
 
 struct CanvasPoint {
-    double x = 0;
-    double y = 0;
+    double x;
+    double y;
 };
 
 /// The drawing surface of a plot. All coordinates are in the user scale of the last SetScale, where y may

@@ -1,23 +1,23 @@
 #pragma once
 
-/// Which samples of a trace are worth a line: the first of each pixel column and every new extreme of it.
-/// It keeps all peaks and bounds the work by the width of the canvas.
+#include "frame/samples.h"
+
+#include <array>
+#include <cstdint>
+
+/// Which samples of the traces are worth a line: the first of each pixel column and every new extreme of it.
+/// That keeps all peaks and bounds the work by the width of the canvas.
 class ColumnRule {
   public:
-    /// column: never falls from call to call. Written without a branch, since noise makes the outcome
-    /// unpredictable.
-    bool Keep(int column, float value) {
-        const bool fresh = column != last_;
-        const bool above = fresh | (value > maximum_);
-        const bool below = fresh | (value < minimum_);
-        maximum_ = above ? value : maximum_;
-        minimum_ = below ? value : minimum_;
-        last_ = column;
-        return above | below;
-    }
+    static constexpr int kMostSamples = kSampleRow + 1;
+
+    /// Goes over the samples first, first + step .. last of all channels, at most kMostSamples of them.
+    /// columnsPerUnit: pixel columns to one position; a sample's column is its position times that, cut.
+    void Apply(const ChannelTable& data, int first, int last, int step, double columnsPerUnit);
+
+    /// 1 if the channel keeps sample number i, counted from the first that was gone over; else 0.
+    int Keeps(int channel, int i) const { return kept_[static_cast<std::size_t>(i)] >> (channel - 1) & 1; }
 
   private:
-    int last_ = -1;
-    float maximum_ = 0;
-    float minimum_ = 0;
+    std::array<std::uint8_t, kMostSamples> kept_; ///< a bit a channel; not set before Apply
 };

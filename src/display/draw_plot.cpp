@@ -28,8 +28,15 @@ struct Plot {
     CursorPositions cursorY;
 
     int span() const { return in.YMax - in.YMin; }
-    /// The last position that may be read from the data.
-    int lastPosition() const { return std::min(in.XMax, in.Data.positions() - 1); }
+};
+
+/// The samples that are drawn, the same for every channel.
+struct Samples {
+    int first;
+    int last;
+    int step;
+    ColumnRule rule;
+    int count() const { return (last - first) / step + 1; }
 };
 
 void SetNormalScale(const Plot& plot) {
@@ -149,28 +156,25 @@ void PlaceGroundLabel(const Plot& plot, int channel) {
     labels.GroundLabelVisible(channel, in.Shown[channel]);
 }
 
-void DrawTrace(const Plot& plot, int channel, SampleSpan span, int step) {
-    constexpr int kBatch = 512;
-    std::array<CanvasPoint, kBatch> points;
+void DrawTrace(const Plot& plot, int channel, const Samples& samples) {
+    constexpr int kBatch = 1024;
+    CanvasPoint points[kBatch]; // not set: each is written before it is read
     const float* data = plot.in.Data.row(channel);
-    const double columnsPerUnit = plot.canvas.WidthToPixels(1.0);
-    ColumnRule rule;
-    int kept = 0;
-    for (int x = span.first; x <= span.last; x += step) {
-        const float v = data[static_cast<std::ptrdiff_t>(x) * ChannelTable::stride()];
-        points[static_cast<std::size_t>(kept)] = {static_cast<double>(x), v};
-        kept += rule.Keep(static_cast<int>(x * columnsPerUnit), v) ? 1 : 0;
-        if (kept == kBatch) {
-            plot.canvas.LinesTo(points.data(), kept);
-            kept = 0;
+    const int total = samples.count();
+    for (int done = 0; done < total;) {
+        int kept = 0;
+        for (const int end = std::min(total, done + kBatch); done < end; ++done) {
+            const int x = samples.first + done * samples.step;
+            points[kept] = {static_cast<double>(x), data[x * ChannelTable::stride()]};
+            kept += samples.rule.Keeps(channel, done);
         }
+        plot.canvas.LinesTo(points, kept);
     }
-    plot.canvas.LinesTo(points.data(), kept);
 }
 
-void DrawDots(const Plot& plot, int channel, SampleSpan span, int step) {
+void DrawDots(const Plot& plot, int channel, const Samples& samples) {
     const DrawPlotArguments& in = plot.in;
-    for (int x = span.first; x <= span.last; x += step) {
+    for (int x = samples.first; x <= samples.last; x += samples.step) {
         const double v = in.Data(channel, x);
         if (in.YMin <= v && v <= in.YMax && in.XMin <= x && x <= in.XMax) {
             plot.canvas.FillBox(x - plot.pixelX, v + plot.pixelY, x + plot.pixelX, v - plot.pixelY);
@@ -178,29 +182,57 @@ void DrawDots(const Plot& plot, int channel, SampleSpan span, int step) {
     }
 }
 
-void DrawChannel(const Plot& plot, int channel, bool showDots) {
+/// The samples that the view shows, with those of them that make the traces.
+void FindSamples(const Plot& plot, Samples& samples) {
+    const DrawPlotArguments& in = plot.in;
+    const SampleSpan span = VisibleSamples(plot.view.ViewXMin, plot.view.ViewXMax, in.XMin, in.XMax);
+    const double thinStep = std::clamp(std::round(plot.view.UnitsPerPixelX), 1.0, 1e6);
+    samples.first = std::max(span.first, 0);
+    samples.last = std::min(span.last, in.Data.positions() - 1);
+    samples.step = in.Thin ? static_cast<int>(thinStep) : 1;
+    samples.rule.Apply(in.Data, samples.first, samples.last, samples.step, plot.canvas.WidthToPixels(1.0));
+}
+
+void DrawChannel(const Plot& plot, int channel, const Samples& samples, bool showDots) {
     const DrawPlotArguments& in = plot.in;
     Canvas& canvas = plot.canvas;
     canvas.SetForeColor(in.Colours[channel]);
-    SampleSpan span = VisibleSamples(plot.view.ViewXMin, plot.view.ViewXMax, in.XMin, in.XMax);
-    span.last = std::min(span.last, plot.lastPosition());
     SetChannelScale(plot, channel);
     if (!in.IsSpectrum && plot.companions != nullptr) {
         PlaceGroundLabel(plot, channel);
     }
-    if (span.first < 0 || span.first > span.last) {
+    if (samples.count() < 1) {
         return;
     }
-    canvas.SetCurrent(span.first, in.Data(channel, span.first));
-    const double thinStep = std::clamp(std::round(plot.view.UnitsPerPixelX), 1.0, 1e6);
-    const int step = in.Thin ? static_cast<int>(thinStep) : 1;
+    canvas.SetCurrent(samples.first, in.Data(channel, samples.first));
     canvas.SetDrawWidth(in.IsSpectrum ? 1 : 2);
     canvas.SetForeColor(in.Stale ? in.Colours[channel] & kStaleMask : in.Colours[channel]);
-    DrawTrace(plot, channel, span, step);
+    DrawTrace(plot, channel, samples);
     canvas.SetDrawWidth(1);
     canvas.SetForeColor(kWhite);
     if (!in.IsSpectrum && showDots) {
-        DrawDots(plot, channel, span, step);
+        DrawDots(plot, channel, samples);
+    }
+}
+
+bool AnyShown(const DrawPlotArguments& in) {
+    bool any = false;
+    for (int channel = in.FirstChan; channel <= in.LastChan; ++channel) {
+        any |= in.Shown[channel];
+    }
+    return any;
+}
+
+void DrawChannels(const Plot& plot, bool showDots) {
+    if (!AnyShown(plot.in)) {
+        return;
+    }
+    Samples samples;
+    FindSamples(plot, samples);
+    for (int channel = plot.in.FirstChan; channel <= plot.in.LastChan; ++channel) {
+        if (plot.in.Shown[channel]) {
+            DrawChannel(plot, channel, samples, showDots);
+        }
     }
 }
 
@@ -315,11 +347,7 @@ void DrawPlot(const DrawPlotArguments& in, Canvas& canvas, PlotCompanions* compa
     canvas.SetDrawStyle(PenStyle::Solid);
     DrawTriggerMarker(plot);
     DrawPreTriggerMarker(plot);
-    for (int channel = in.FirstChan; channel <= in.LastChan; ++channel) {
-        if (in.Shown[channel]) {
-            DrawChannel(plot, channel, showDots);
-        }
-    }
+    DrawChannels(plot, showDots);
     canvas.SetForeColor(kWhite);
     canvas.SetDrawWidth(1);
     SetNormalScale(plot);

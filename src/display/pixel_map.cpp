@@ -1,5 +1,7 @@
 #include "display/pixel_map.h"
 
+#include "display/quad.h"
+
 #include <algorithm>
 
 namespace {
@@ -29,6 +31,21 @@ double Held(double pixel, double limit) {
 }
 
 } // namespace
+
+bool PixelMap::NearPoints(const CanvasPoint* points, int count, PixelPoint* pixels) const {
+    const Pair perUnit{perUnitX_, perUnitY_};
+    const Pair origin{left_, top_};
+    PairMask near = PairMask{} - 1;
+    for (int i = 0; i < count; ++i) {
+        const Pair at = Pair{points[i].x, points[i].y} * perUnit + origin;
+        // Held inside before it is converted, without a branch; no number becomes the low end.
+        const Pair low = at > -kLimit ? at : Pair{} - kLimit;
+        const Pair held = low < kLimit ? low : Pair{} + kLimit;
+        near &= held == at;
+        pixels[i] = {Round(held[0]), Round(held[1])};
+    }
+    return near[0] != 0 && near[1] != 0;
+}
 
 std::optional<PixelPoint> PixelMap::Point(double x, double y) const {
     const double px = X(x);

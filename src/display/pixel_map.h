@@ -1,12 +1,14 @@
 #pragma once
 
+#include "display/canvas.h"
+
 #include <cmath>
 #include <optional>
 
 /// A place in a raster, which may lie outside it.
 struct PixelPoint {
-    int x = 0;
-    int y = 0;
+    int x;
+    int y;
     bool operator==(const PixelPoint&) const = default;
 };
 
@@ -45,6 +47,14 @@ class PixelMap {
     static bool Near(double x, double y) { return std::abs(x) < kNear && std::abs(y) < kNear; }
     /// Nearest pixel of a near position. Shifted to where truncating is rounding down, which costs no call.
     static int Round(double pixel) { return static_cast<int>(pixel + (kNear + 0.5)) - kNear; }
+
+    std::optional<PixelPoint> NearPoint(double x, double y) const {
+        PixelPoint pixel;
+        const CanvasPoint point{x, y};
+        return NearPoints(&point, 1, &pixel) ? std::optional(pixel) : std::nullopt;
+    }
+    /// The nearest pixels of count points; false if one of them is far off or no number.
+    bool NearPoints(const CanvasPoint* points, int count, PixelPoint* pixels) const;
 
     /// The nearest pixel, held inside the near range; nothing for no number.
     std::optional<PixelPoint> Point(double x, double y) const;

@@ -1,5 +1,7 @@
 #include "display/raster_canvas.h"
 
+#include "display/line_walk.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -20,13 +22,14 @@ int PenFor(int width, double ratio) {
     return static_cast<int>(std::clamp<double>(pixels, 1, SpanSink::kMaxPen));
 }
 
+/// below, covered by colour to cover parts of 255, rounded to the nearest. Red and blue go in one word.
 std::uint32_t Blend(std::uint32_t below, std::uint32_t colour, std::uint32_t cover) {
-    const auto mixed = [&](int shift) {
-        const std::uint32_t sum =
-            (colour >> shift & 0xFF) * cover + (below >> shift & 0xFF) * (255 - cover) + 127;
-        return sum / 255 << shift;
+    const auto mixed = [&](std::uint32_t mask, int shift) {
+        std::uint32_t sum = (colour >> shift & mask) * cover + (below >> shift & mask) * (255 - cover);
+        sum += (sum >> 8 & mask) + (0x800080 & mask << 7); // a quotient by 255 without a division
+        return (sum >> 8 & mask) << shift;
     };
-    return 0xFF000000U | mixed(16) | mixed(8) | mixed(0);
+    return 0xFF000000U | mixed(0xFF00FF, 0) | mixed(0xFF, 8);
 }
 
 } // namespace
@@ -95,73 +98,85 @@ void RasterCanvas::LineTo(double x, double y) {
 }
 
 void RasterCanvas::LinesTo(const CanvasPoint* points, int count) {
-    if (style_ == PenStyle::Dotted) {
-        Canvas::LinesTo(points, count);
-        return;
-    }
-    const PixelMap map = map_;
-    SpanSink& sink = sink_;
-    bool begun = false;
-    for (int i = 0; i < count; ++i) {
-        const double px = map.X(points[i].x);
-        const double py = map.Y(points[i].y);
-        if (begun && PixelMap::Near(px, py)) {
-            sink.LineTo({PixelMap::Round(px), PixelMap::Round(py)});
-            continue;
+    constexpr int kBatch = 512;
+    for (; style_ == PenStyle::Solid && count > 0; points += kBatch, count -= kBatch) {
+        PixelPoint pixels[kBatch]; // not set: each is written before it is read
+        const int some = std::min(count, kBatch);
+        const auto start = map_.NearPoint(current_.x, current_.y);
+        if (!start || !map_.NearPoints(points, some, pixels)) {
+            break; // a far point, or one that is no number
         }
-        // The first line, and those to and from far away, go by their two ends.
-        if (begun) {
-            sink.End();
-        }
-        const CanvasPoint from = i == 0 ? current_ : points[i - 1];
-        const auto line = map.Line(from.x, from.y, points[i].x, points[i].y);
-        if (line) {
-            sink.Begin(line->from, pen_, pixel_);
-            sink.LineTo(line->to);
-        }
-        begun = line && PixelMap::Near(px, py);
-        if (line && !begun) {
-            sink.End();
-        }
-    }
-    if (begun) {
-        sink.End();
+        sink_.Begin(*start, pen_, pixel_);
+        sink_.Follow(pixels, some);
+        sink_.End();
+        current_ = points[some - 1];
     }
     if (count > 0) {
-        current_ = points[count - 1];
+        Canvas::LinesTo(points, count);
     }
 }
 
 void RasterCanvas::DrawSolid(const PixelLine& line) {
+    if (LineWalk(line).straight()) {
+        FillPixels(std::min(line.from.x, line.to.x), std::min(line.from.y, line.to.y),
+                   std::max(line.from.x, line.to.x), std::max(line.from.y, line.to.y));
+        return;
+    }
     sink_.Begin(line.from, pen_, pixel_);
     sink_.LineTo(line.to);
     sink_.End();
 }
 
-/// One dot of the pen's size, then a gap of it. The dots stand still on the line, whatever part of it is
-/// seen.
+/// One dot of the pen's size, then a gap of it. The dots stand still on the line, whatever part is seen.
 void RasterCanvas::DrawDotted(const PixelLine& line) {
+    const LineWalk walk(line);
     const std::int64_t period = 2L * pen_;
-    const std::int64_t wayX = static_cast<std::int64_t>(line.to.x) - line.from.x;
-    const std::int64_t wayY = static_cast<std::int64_t>(line.to.y) - line.from.y;
-    const bool wide = std::abs(wayX) >= std::abs(wayY);
-    const std::int64_t length = std::max<std::int64_t>(1, wide ? std::abs(wayX) : std::abs(wayY));
-    const std::int64_t sign = (wide ? wayX : wayY) < 0 ? -1 : 1;
-    const std::int64_t start = wide ? line.from.x : line.from.y;
-    const std::int64_t across = wide ? wayY : wayX;
-    const std::int64_t side = across < 0 ? -1 : 1;
-    const std::int64_t extent = wide ? width() : height();
-    // Steps along the longer axis at which the pen touches the raster.
-    const std::int64_t low = sign > 0 ? -pen_ - start : start - extent - pen_;
-    const std::int64_t high = sign > 0 ? extent + pen_ - start : start + pen_;
-    const std::int64_t end = std::min(wide ? std::abs(wayX) : std::abs(wayY), high);
-    for (std::int64_t t = std::max<std::int64_t>(0, (low + period - 1) / period * period); t <= end;
-         t += period) {
-        const std::int64_t along = start + sign * t;
-        const std::int64_t aside = side * ((2 * t * std::abs(across) + length) / (2 * length));
-        const int x = static_cast<int>(wide ? along : line.from.x + aside);
-        const int y = static_cast<int>(wide ? line.from.y + aside : along);
-        FillPixels(x, y, x, y);
+    const auto [low, high] = walk.StepsInside(-pen_, (walk.wide() ? width() : height()) + pen_);
+    std::int64_t t = (std::max<std::int64_t>(0, low) + period - 1) / period * period;
+    const std::int64_t end = std::min(walk.length(), high);
+    if (!walk.straight()) {
+        for (; t <= end; t += period) {
+            const PixelPoint dot = walk.At(t);
+            FillPixels(dot.x, dot.y, dot.x, dot.y);
+        }
+    } else if (t <= end) {
+        DrawDots(walk.At(t), walk.At(t + period), static_cast<int>((end - t) / period) + 1);
+    }
+}
+
+/// Dots in a row or a column, the first two of which are told.
+void RasterCanvas::DrawDots(PixelPoint first, PixelPoint second, int count) {
+    const int stepX = second.x - first.x;
+    const int stepY = second.y - first.y;
+    const auto whole = [&](PixelPoint dot) {
+        const int left = dot.x - pen_ / 2;
+        const int top = dot.y - pen_ / 2;
+        return left >= 0 && top >= 0 && left + pen_ <= width() && top + pen_ <= height();
+    };
+    PixelPoint dot = first;
+    for (; count > 0; --count, dot = {dot.x + stepX, dot.y + stepY}) {
+        const PixelPoint last{dot.x + (count - 1) * stepX, dot.y + (count - 1) * stepY};
+        if (whole(dot) && whole(last)) {
+            break; // so all in between are inside
+        }
+        FillPixels(dot.x, dot.y, dot.x, dot.y);
+        if (count > 1) {
+            FillPixels(last.x, last.y, last.x, last.y);
+            --count;
+        }
+    }
+    const std::ptrdiff_t stride = raster_.stride();
+    std::uint32_t* corner = raster_.row(0) + (dot.y - pen_ / 2) * stride + dot.x - pen_ / 2;
+    const std::ptrdiff_t step = stepY * stride + stepX;
+    for (; pen_ == 1 && count > 0; --count, corner += step) {
+        *corner = pixel_;
+    }
+    for (; count > 0; --count, corner += step) {
+        for (int y = 0; y < pen_; ++y) {
+            for (int x = 0; x < pen_; ++x) {
+                corner[y * stride + x] = pixel_;
+            }
+        }
     }
 }
 
@@ -200,15 +215,12 @@ void RasterCanvas::PSet(double x, double y) {
 void RasterCanvas::Print(const QString& text) {
     const TextMask& mask = texts_.For(text);
     if (const auto corner = map_.Point(current_.x, current_.y)) {
-        const int firstRow = std::max(0, -corner->y);
-        const int lastRow = std::min(mask.cover.height(), height() - corner->y);
-        const int first = std::max(0, -corner->x);
-        const int last = std::min(mask.cover.width(), width() - corner->x);
-        for (int y = firstRow; y < lastRow; ++y) {
-            const uchar* cover = mask.cover.constScanLine(y);
-            std::uint32_t* row = raster_.row(corner->y + y) + corner->x;
-            for (int x = first; x < last; ++x) {
-                row[x] = Blend(row[x], pixel_, cover[x]);
+        for (const TextMask::Dot& dot : mask.dots) {
+            const int x = corner->x + dot.x;
+            const int y = corner->y + dot.y;
+            if (x >= 0 && y >= 0 && x < width() && y < height()) {
+                std::uint32_t& pixel = raster_.row(y)[x];
+                pixel = Blend(pixel, pixel_, dot.cover);
             }
         }
     }

@@ -62,6 +62,7 @@ class RasterCanvas : public Canvas {
   private:
     void DrawSolid(const PixelLine& line);
     void DrawDotted(const PixelLine& line);
+    void DrawDots(PixelPoint first, PixelPoint second, int count);
     void FillPixels(int left, int top, int right, int bottom);
 
     Raster raster_;
@@ -71,7 +72,7 @@ class RasterCanvas : public Canvas {
     QFont font_;
     std::function<void()> touched_;
     double ratio_;
-    CanvasPoint current_;
+    CanvasPoint current_{};
     std::uint32_t pixel_ = 0xFFFFFFFF; ///< the pen's colour as the raster keeps it
     Colour back_ = 0;
     int drawWidth_ = 1;

@@ -1,6 +1,6 @@
 #include "display/span_sink.h"
 
-#include "display/quad.h"
+#include "display/span_paint.h"
 
 #include <cstdlib>
 #include <limits>
@@ -9,7 +9,6 @@ namespace {
 
 constexpr int kNoLow = std::numeric_limits<int>::max() / 2;
 constexpr int kNoHigh = std::numeric_limits<int>::min() / 2;
-constexpr int kBlock = 4; ///< columns painted together
 
 std::size_t Columns(int width, int margin) {
     return static_cast<std::size_t>(width + 2 * margin);
@@ -63,6 +62,34 @@ void SpanSink::Begin(PixelPoint start, int pen, std::uint32_t pixel) {
     rows_ = {start.y, start.y};
 }
 
+void SpanSink::Follow(const PixelPoint* points, int count) {
+    PixelPoint at = at_; // copies: the compiler need not fear that the columns overlap them
+    Rows rows = rows_;
+    for (const PixelPoint* to = points; to != points + count; ++to) {
+        const int way = to->x - at.x;
+        if (way == 0) {
+            rows.Add(to->y);
+        } else if (way == 1) {
+            // The next column takes over at the middle of the way.
+            const int drop = to->y - at.y;
+            const int sign = drop < 0 ? -1 : 1;
+            const int half = (drop * sign + 1) / 2;
+            rows.Add(at.y + sign * std::max(half - 1, 0));
+            Keep(at.x, rows);
+            rows = {to->y, to->y};
+            rows.Add(at.y + sign * half);
+        } else {
+            at_ = at;
+            rows_ = rows;
+            GoFar(*to);
+            rows = rows_;
+        }
+        at = *to;
+    }
+    at_ = at;
+    rows_ = rows;
+}
+
 void SpanSink::GoFar(PixelPoint to) {
     const ColumnsOfLine line(at_, to);
     if (to.x < at_.x) {
@@ -107,70 +134,44 @@ void SpanSink::PaintRun() {
     CoverColumns(first, last);
     const int from = std::max(first - pen_ / 2, 0);
     const int to = std::min(last - pen_ / 2 + pen_ - 1, raster_->width() - 1);
-    for (int column = from / kBlock * kBlock; column <= to; column += kBlock) {
-        PaintBlock(column);
-    }
+    PaintSpans({raster_->row(0), raster_->stride(), top_.data(), bottom_.data()}, from, to, pixel_);
 }
 
 /// From the rows of the path in the columns first..last to the rows that the pen covers, for whole blocks.
 void SpanSink::CoverColumns(int first, int last) {
-    int* const low = low_.data() + kMargin;
-    int* const high = high_.data() + kMargin;
     // Columns beyond the ends, which the pen's or the block's width looks at, hold nothing.
-    for (int i = 1; i < pen_ + kBlock; ++i) {
-        low[first - i] = kNoLow;
-        high[first - i] = kNoHigh;
-        low[last + i] = kNoLow;
-        high[last + i] = kNoHigh;
+    for (int i = 1; i < pen_ + kSpanBlock; ++i) {
+        for (const int column : {first - i, last + i}) {
+            low_[static_cast<std::size_t>(column + kMargin)] = kNoLow;
+            high_[static_cast<std::size_t>(column + kMargin)] = kNoHigh;
+        }
     }
     const int before = pen_ / 2;
-    const int from = std::max(first - before, 0) / kBlock * kBlock;
-    const int to = std::min(last - before + pen_ - 1, raster_->width() - 1) / kBlock * kBlock + kBlock;
-    const int bottomRow = raster_->height() - 1;
-    for (int p = from; p < to; ++p) {
-        int top = low[p + before];
-        int bottom = high[p + before];
-        for (int c = p + before - pen_ + 1; c < p + before; ++c) {
-            top = std::min(top, low[c]);
-            bottom = std::max(bottom, high[c]);
+    const int from = std::max(first - before, 0) / kSpanBlock * kSpanBlock;
+    const int to =
+        std::min(last - before + pen_ - 1, raster_->width() - 1) / kSpanBlock * kSpanBlock + kSpanBlock;
+    const int count = to - from;
+    const int* const low = low_.data() + kMargin + from + before;
+    const int* const high = high_.data() + kMargin + from + before;
+    int* const top = top_.data() + from;
+    int* const bottom = bottom_.data() + from;
+    // Plain loops over all columns, which compilers turn into several columns a step.
+    std::copy_n(low, count, top);
+    std::copy_n(high, count, bottom);
+    for (int c = 1; c < pen_; ++c) {
+        for (int i = 0; i < count; ++i) {
+            top[i] = std::min(top[i], low[i - c]);
         }
-        top = std::max(top - before, 0);
-        bottom = std::min(bottom - before + pen_ - 1, bottomRow);
-        const bool outside = top > bottom;
-        top_[static_cast<std::size_t>(p)] = outside ? kNoLow : top;
-        bottom_[static_cast<std::size_t>(p)] = outside ? kNoHigh : bottom;
-    }
-}
-
-void SpanSink::PaintBlock(int column) {
-    const QuadInt top = *reinterpret_cast<const QuadInt*>(&top_[static_cast<std::size_t>(column)]);
-    const QuadInt bottom = *reinterpret_cast<const QuadInt*>(&bottom_[static_cast<std::size_t>(column)]);
-    const Quad colour{pixel_, pixel_, pixel_, pixel_};
-    const int firstRow = std::min({top[0], top[1], top[2], top[3]});
-    const int lastRow = std::max({bottom[0], bottom[1], bottom[2], bottom[3]});
-    if (firstRow > lastRow) {
-        return;
-    }
-    const int fullFirst = std::max({top[0], top[1], top[2], top[3]});
-    const int fullLast = std::min({bottom[0], bottom[1], bottom[2], bottom[3]});
-
-    const auto edge = [&](int row, int end) {
-        auto* at = raster_->row(row) + column;
-        for (; row < end; ++row, at += raster_->stride()) {
-            auto& pixels = *reinterpret_cast<Quad*>(at);
-            const QuadInt rows{row, row, row, row};
-            const auto inside = reinterpret_cast<Quad>((rows >= top) & (rows <= bottom));
-            pixels = (pixels & ~inside) | (colour & inside);
+        for (int i = 0; i < count; ++i) {
+            bottom[i] = std::max(bottom[i], high[i - c]);
         }
-    };
-    if (fullFirst > fullLast) {
-        edge(firstRow, lastRow + 1);
-        return;
     }
-    edge(firstRow, fullFirst);
-    auto* at = raster_->row(fullFirst) + column;
-    for (int row = fullFirst; row <= fullLast; ++row, at += raster_->stride()) {
-        *reinterpret_cast<Quad*>(at) = colour;
+    const int after = pen_ - 1 - before;
+    const int height = raster_->height();
+    for (int i = 0; i < count; ++i) {
+        const int highest = std::max(top[i] - before, 0);
+        const int lowest = std::min(bottom[i] + after, height - 1);
+        top[i] = highest > lowest ? height : highest;
+        bottom[i] = highest > lowest ? -1 : lowest;
     }
-    edge(fullLast + 1, lastRow + 1);
 }

@@ -23,17 +23,9 @@ class SpanSink {
 
     /// pen is held within 1..kMaxPen.
     void Begin(PixelPoint start, int pen, std::uint32_t pixel);
-    void LineTo(PixelPoint to) {
-        const int way = to.x - at_.x;
-        if (way == 0) {
-            rows_.Add(to.y);
-        } else if (way == 1) {
-            StepRight(to);
-        } else {
-            GoFar(to);
-        }
-        at_ = to;
-    }
+    /// Straight from point to point.
+    void Follow(const PixelPoint* points, int count);
+    void LineTo(PixelPoint to) { Follow(&to, 1); }
     void End() { PaintRun(); }
 
   private:
@@ -47,16 +39,6 @@ class SpanSink {
         }
     };
 
-    /// To the next column: it takes over at the middle of the way.
-    void StepRight(PixelPoint to) {
-        const int drop = to.y - at_.y;
-        const int sign = drop < 0 ? -1 : 1;
-        const int half = (drop * sign + 1) / 2;
-        rows_.Add(at_.y + sign * std::max(half - 1, 0));
-        Keep(at_.x, rows_);
-        rows_ = {to.y, to.y};
-        rows_.Add(at_.y + sign * half);
-    }
     void Keep(int column, Rows rows) {
         if (column >= firstSeen_ && column <= lastSeen_) {
             const auto i = static_cast<std::size_t>(column + kMargin);
@@ -69,7 +51,6 @@ class SpanSink {
     void KeepColumns(const ColumnsOfLine& line, int first, int last);
     void PaintRun();
     void CoverColumns(int first, int last);
-    void PaintBlock(int column);
 
     static constexpr int kMargin = 2 * kMaxPen; ///< columns left of the raster whose pen still reaches it
 

@@ -1,6 +1,7 @@
 #include "display/text_masks.h"
 
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -12,6 +13,19 @@ QString Glyphs(const QString& text) {
     QString glyphs = text;
     glyphs.replace(QChar(26), QChar(0x2192));
     return glyphs;
+}
+
+std::vector<TextMask::Dot> CoveredPixels(const QImage& picture) {
+    std::vector<TextMask::Dot> dots;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (const int cover = qAlpha(picture.pixel(x, y)); cover != 0) {
+                dots.push_back({static_cast<std::int16_t>(x), static_cast<std::int16_t>(y),
+                                static_cast<std::uint8_t>(cover)});
+            }
+        }
+    }
+    return dots;
 }
 
 } // namespace
@@ -51,5 +65,5 @@ TextMask TextMasks::Make(const QString& text) const {
     painter.setPen(Qt::white);
     painter.drawText(QPointF(0, metrics.ascent()), glyphs);
     painter.end();
-    return {text, width, picture.convertToFormat(QImage::Format_Alpha8)};
+    return {text, width, CoveredPixels(picture)};
 }

@@ -1,15 +1,21 @@
 #pragma once
 
 #include <QFont>
-#include <QImage>
 #include <QString>
 #include <array>
+#include <cstdint>
+#include <vector>
 
-/// A text as it covers the pixels of a raster, without a colour.
+/// The pixels of a raster that a text covers, without a colour.
 struct TextMask {
+    struct Dot {
+        std::int16_t x; ///< raster pixels from the top left corner of the text
+        std::int16_t y;
+        std::uint8_t cover; ///< 255 fully covered
+    };
     QString text;
     double width = 0; ///< how far the text advances, raster pixels
-    QImage cover;     ///< 8 bits a pixel, 255 fully covered; its rows are LineHeight() pixels high
+    std::vector<Dot> dots;
 };
 
 /// The texts that a canvas printed lately. A plot prints the same few again and again, so each is laid out

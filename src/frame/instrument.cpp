@@ -38,6 +38,10 @@ void Instrument::ShowMainForm() {
 void Instrument::RestoreTabSettings(int slot) {
     if (slot == kHorzTab) {
         horizontalTab->RestoreTabSettings();
+    } else if (slot == kMathTab) {
+        for (int channel = record.Math1Chan; channel <= record.Math2Chan; ++channel) {
+            measurements->SetVisible(channel, record.ChannelOn[channel]);
+        }
     }
 }
 

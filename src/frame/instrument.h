@@ -5,6 +5,7 @@
 #include "acquisition/run_loop.h"
 #include "acquisition/timebase.h"
 #include "acquisition/trigger.h"
+#include "analysis/measurement_window.h"
 #include "channels/channel_tab.h"
 #include "display/plotter.h"
 #include "driver/driver.h"
@@ -52,6 +53,7 @@ struct Instrument {
     std::unique_ptr<Shell> shell;
     std::unique_ptr<Plotter> plotter;
     std::unique_ptr<RunLoop> runLoop;
+    std::unique_ptr<MeasurementWindow> measurements;
     std::unique_ptr<Trigger> trigger;
     std::unique_ptr<Timebase> timebase;
     std::unique_ptr<HorizontalTab> horizontalTab;
@@ -62,9 +64,12 @@ struct Instrument {
     std::unique_ptr<ScopeSettings> scopeSettings;
 
   private:
+    void PlaceWindows();
+    PerChannel<const ChannelScale*> Scales() const;
     void ConnectDisplay();
     void ConnectAcquisition();
     void ConnectChannels();
     void ConnectFace();
+    void ConnectMeasurements();
     void ConnectSettings();
 };

@@ -14,7 +14,10 @@
 #include "frame/splash_design.h"
 #include "skin/surface.h"
 
+#include <QGuiApplication>
 #include <QLabel>
+#include <QScreen>
+#include <algorithm>
 
 // The windows of the instrument, each from its table.
 
@@ -76,4 +79,25 @@ void Instrument::CreateSatellites() {
     forms.OffsetNullForm = Satellite(OffsetNullDesign(), forms.surface.get());
     forms.FFTForm = Satellite(SpectrumDesign(), nullptr);
     forms.FullScreenTimeForm = Satellite(LargeTimeDesign(), nullptr);
+    PlaceWindows();
+}
+
+// Where the windows stand until a run has left others: the panel in the middle with the measurements below
+// it, the others beside it or over it, wherever the screen has room.
+void Instrument::PlaceWindows() {
+    constexpr int kGap = 12;
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QSize face = forms.MainForm->size();
+    const int group = face.height() + kGap + forms.StatsForm->height();
+    const int left = screen.left() + std::max(0, (screen.width() - forms.surface->width()) / 2);
+    const int top = screen.top() + std::max(0, (screen.height() - group) / 2);
+    forms.surface->MoveTo(left, top);
+    const auto put = [&screen](Form& form, int x, int y) {
+        form.move(std::clamp(x, screen.left(), std::max(screen.left(), screen.right() + 1 - form.width())),
+                  std::clamp(y, screen.top(), std::max(screen.top(), screen.bottom() + 1 - form.height())));
+    };
+    put(*forms.StatsForm, left, top + face.height() + kGap);
+    put(*forms.FFTForm, left + forms.surface->width() + kGap, top);
+    put(*forms.OffsetNullForm, left + forms.surface->width() + kGap, top + face.height() / 2);
+    put(*forms.FullScreenTimeForm, screen.left(), screen.top());
 }

@@ -37,6 +37,7 @@ void Instrument::ConnectParts() {
     ConnectDisplay();
     ConnectFace();
     ConnectChannels();
+    ConnectMeasurements();
     ConnectAcquisition();
     ConnectSettings();
 
@@ -92,6 +93,23 @@ void Instrument::ConnectDisplay() {
                                .Surface = [large]() -> Canvas& { return large->Surface(); },
                                .Companions = [large]() -> PlotCompanions* { return large; },
                                .RefreshAppInfo = [] {}});
+}
+
+PerChannel<const ChannelScale*> Instrument::Scales() const {
+    PerChannel<const ChannelScale*> scales;
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        scales[channel] = channelTabs[channel].get();
+    }
+    return scales;
+}
+
+void Instrument::ConnectMeasurements() {
+    MeasurementWindow::Controls controls;
+    for (int cursor = 0; cursor < Record::kCursors; ++cursor) {
+        controls.VertCursorEn[cursor] = forms.TabForm[kCursTab]->control<QCheckBox>("VertCursorEn", cursor);
+        controls.HorizCursorEn[cursor] = forms.TabForm[kCursTab]->control<QCheckBox>("HorizCursorEn", cursor);
+    }
+    measurements = std::make_unique<MeasurementWindow>(*forms.StatsForm, record, driver, Scales(), controls);
 }
 
 void Instrument::ConnectAcquisition() {
@@ -154,16 +172,12 @@ void Instrument::ConnectAcquisition() {
     for (int channel = 1; channel <= kScopeChannels; ++channel) {
         loopControls.OffsetKnob[channel] = forms.TabForm[channel]->control<KnobControl1>("OffsetKnob");
     }
-    RunLoop::Scales scales;
-    for (int channel = 1; channel <= kScopeChannels; ++channel) {
-        scales[channel] = channelTabs[channel].get();
-    }
     runLoop = std::make_unique<RunLoop>(
-        record, driver, acquisition, loopControls, scales,
+        record, driver, acquisition, loopControls, Scales(),
         RunLoop::Calls{.PlotNow = plotNow,
                        .DoMaths = [] {},
                        .PretriggerSlider_Change = [this] { trigger->PretriggerSlider_Change(); },
-                       .UpdateStats = [] {},
+                       .UpdateStats = [this] { measurements->UpdateStats(); },
                        .SetDefaultLayering = layer},
         waiting);
 }
@@ -173,7 +187,7 @@ void Instrument::ConnectChannels() {
     const ChannelTab::Calls calls{
         .PlotNow = [this] { plotter->PlotNow(); },
         .RedrawSettings = [] {},
-        .SetStatsVisible = [](int, bool) {},
+        .SetStatsVisible = [this](int channel, bool visible) { measurements->SetVisible(channel, visible); },
         .PointNullDialog = [](int, int) {},
         .ShowNullDialog = [this] { forms.OffsetNullForm->show(); },
         .HideNullDialog = [this] { forms.OffsetNullForm->hide(); },

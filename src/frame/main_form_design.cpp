@@ -30,7 +30,8 @@ ControlDesign FaceButton(const char* name, QRect place, const QString& caption, 
             .fill = kSwitchOff,
             .back = 0x707070,
             .fore = kWhite,
-            .font = font};
+            .font = font,
+            .properties = {{"ButtonCaptionNudgeX", 1}, {"ButtonCaptionNudgeY", 1}}};
 }
 
 ControlDesign WindowButton(const char* name, int place, const QString& caption, const QString& tip,
@@ -47,7 +48,8 @@ ControlDesign WindowButton(const char* name, int place, const QString& caption, 
             .fill = 0x008000,
             .back = 0x707070,
             .fore = 0x00FF00,
-            .font = font};
+            .font = font,
+            .properties = {{"ButtonCaptionNudgeX", 1}, {"ButtonCaptionNudgeY", 1}}};
 }
 
 ControlDesign FaceKnob(const char* name, QRect place, const QString& tip, Colour fill, Colour border,

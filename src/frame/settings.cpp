@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr qint64 kMostBytes = 16 * 1024 * 1024; ///< a larger file is no settings file
+constexpr qint64 kMostBytes = qint64{16} << 20; ///< a larger file is no settings file
 constexpr int kLongestName = 160;               ///< with what a temporary adds it stays below 255 bytes
 constexpr int kLockWait = 10000;                ///< milliseconds; another instance writes in a few
 constexpr int kStaleLock = 5000;

@@ -109,6 +109,7 @@ void FindInstrument(Instrument& i) {
     i.SplashLine(2, i.record.DemoMode
                         ? QStringLiteral("%1 (%2 channels)").arg(demoLabel->text()).arg(kScopeChannels)
                         : QStringLiteral("found %1 x Corvantines").arg(opened));
+    i.measurements->Build();
 }
 
 /// The six lists of operands and operators, three a math channel.

@@ -25,8 +25,8 @@ Surface::Surface(QWidget* parent)
 
 void Surface::Carry(Form& face, const std::vector<Form*>& panels) {
     face_ = &face;
-    panels_ = panels;
-    for (Form* panel : panels_) {
+    panels_.assign(panels.begin(), panels.end());
+    for (Form* panel : panels) {
         panel->setParent(this);
         panel->hide();
         panel->raise();
@@ -43,7 +43,7 @@ void Surface::Carry(Form& face, const std::vector<Form*>& panels) {
 void Surface::MakeRoom(const QRect& anchor) {
     const QPoint before = pos() + face_->pos();
     QRect extent = face_->rect();
-    for (const Form* panel : panels_) {
+    for (const auto& panel : panels_) {
         const QRect closed(anchor.topLeft(), panel->size());
         extent |= closed | closed.translated(anchor.width(), 0);
     }
@@ -71,16 +71,20 @@ void Surface::StartMove(QPoint from) {
     grip_ = from - pos();
 }
 
+QPoint Surface::FacePlace() const {
+    return face_ == nullptr ? QPoint() : face_->pos();
+}
+
 int Surface::Left() const {
-    return pos().x() + face_->x();
+    return pos().x() + FacePlace().x();
 }
 
 int Surface::Top() const {
-    return pos().y() + face_->y();
+    return pos().y() + FacePlace().y();
 }
 
 void Surface::MoveTo(int left, int top) {
-    const QPoint place = QPoint(left, top) - face_->pos();
+    const QPoint place = QPoint(left, top) - FacePlace();
     if (!drawn_) {
         asked_ = place;
     }
@@ -97,12 +101,16 @@ void Surface::ConfirmPlace() {
 }
 
 void Surface::BringFaceToFront() {
-    face_->raise();
+    if (face_ != nullptr) {
+        face_->raise();
+    }
     raise();
 }
 
 void Surface::BringPanelUp(QWidget& panel) {
-    panel.stackUnder(face_);
+    if (face_ != nullptr) {
+        panel.stackUnder(face_);
+    }
 }
 
 void Surface::SendPanelToBack(QWidget& panel) {
@@ -119,17 +127,15 @@ void Surface::OutlineChanged() {
 QRegion Surface::Outline() const {
     QRegion outline;
     auto add = [&](const QWidget* part) {
-        if (!part->isHidden()) {
+        if (part != nullptr && !part->isHidden()) {
             const QRegion whole(part->rect());
             outline |= (part->mask().isEmpty() ? whole : whole & part->mask()).translated(part->pos());
         }
     };
-    for (const Form* panel : panels_) {
+    for (const auto& panel : panels_) {
         add(panel);
     }
-    if (face_ != nullptr) {
-        add(face_);
-    }
+    add(face_);
     return outline;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPoint>
+#include <QPointer>
 #include <QRegion>
 #include <QWidget>
 #include <optional>
@@ -60,9 +61,10 @@ class Surface : public QWidget {
     void TakeOutline();
     void StartMove(QPoint from);
     void ConfirmPlace();
+    QPoint FacePlace() const;
 
-    Form* face_ = nullptr;
-    std::vector<Form*> panels_;
+    QPointer<Form> face_;
+    std::vector<QPointer<Form>> panels_;
     QRegion outline_;
     bool outlinePending_ = false;
     bool shaped_ = false;

@@ -46,10 +46,11 @@ template <class T> struct OneEach {
     std::array<T, kScopeChannels> items;
 };
 
-/// Controls of their own for the acquisition parts, a record after a start-up on four modules, and the
-/// scripted driver. What the parts call beyond the driver, and their waits, stand among the driver's calls.
-struct AcquisitionRig {
-    explicit AcquisitionRig(int modules = kScopeChannels) : instrument(modules) {
+/// The acquisition parts on controls of their own, with a record as it is after the start-up. note is told
+/// what the parts call beyond the driver, and of their waits.
+struct AcquisitionParts {
+    AcquisitionParts(Driver& partsDriver, int modules, std::function<void(std::string)> partsNote)
+        : driver(partsDriver), note(std::move(partsNote)) {
         record.SampleDepth = kSampleDepth;
         record.MasterChannel = 1;
         record.TriggerChannel = 1;
@@ -74,24 +75,16 @@ struct AcquisitionRig {
         PretriggerSlider.SetSliderValueQuantized(0.0001F);
         PretriggerSlider.SetSliderValue(0.5F);
         loop.Load();
-        script.Clear();
     }
 
-    CallList Take() { return script.TakeCalls(); }
     std::function<void()> Note(const char* text) {
-        return [this, text] { script.Note(text); };
+        return [this, text] { note(text); };
     }
     QString StatusText() const { return TriggerStatusLabel.text(); }
     Colour StatusColour() const { return TextColourOf(TriggerStatusLabel); }
-    /// Begins a run; the calls that it makes are forgotten.
-    void Run() {
-        loop.RunButton_Click();
-        script.Clear();
-    }
 
-    ScriptedInstrument instrument;
-    ScriptedDriver& script = instrument.script;
-    Driver& driver = instrument.driver;
+    Driver& driver;
+    std::function<void(std::string)> note;
     Record record;
     AcquisitionState state;
     std::function<void()> duringYield = [] {};
@@ -129,14 +122,14 @@ struct AcquisitionRig {
                   &UpdateRateLabel, offsetKnobs.Pointers()},
                  Scales(),
                  {Note("PlotNow"), Note("DoMaths"),
-                  [this] { script.Note("PretriggerSlider_Change " + std::to_string(record.TriggerMark)); },
+                  [this] { note("PretriggerSlider_Change " + std::to_string(record.TriggerMark)); },
                   Note("UpdateStats"), Note("SetDefaultLayering")},
                  {[this](int milliseconds) {
-                      script.Note("Sleep(" + std::to_string(milliseconds) + ")");
+                      note("Sleep(" + std::to_string(milliseconds) + ")");
                       duringSleep(milliseconds);
                   },
                   [this] {
-                      script.Note("Yield");
+                      note("Yield");
                       const auto act = duringYield; // which may replace itself
                       act();
                   }}};
@@ -155,8 +148,8 @@ struct AcquisitionRig {
                       {&TimeBaseKnob, &DelayKnob, &UpdateRateSlider, &DelayLabel, &AcqModeLabel, &RunTimer},
                       {[this] { trigger.TrigModeButton_Click(); },
                        [this](int cursor, double seconds) {
-                           script.Note("MoveVertCursorHandle(" + std::to_string(cursor) + ", " +
-                                       QString::number(seconds).toStdString() + ")");
+                           note("MoveVertCursorHandle(" + std::to_string(cursor) + ", " +
+                                QString::number(seconds).toStdString() + ")");
                        },
                        Note("PlotNow"), Note("RedrawSettings"), [this](const QWidget*) { return skin; }}};
 
@@ -175,5 +168,23 @@ struct AcquisitionRig {
                           &TriggerChannelLine[ch]};
         }
         return result;
+    }
+};
+
+/// The same on the scripted driver, among whose calls the notes stand.
+struct AcquisitionRig : ScriptedInstrument, AcquisitionParts {
+    explicit AcquisitionRig(int modules = kScopeChannels)
+        : ScriptedInstrument(modules),
+          AcquisitionParts(ScriptedInstrument::driver, modules,
+                           [this](const std::string& text) { script.Note(text); }) {
+        script.Clear();
+    }
+    using ScriptedInstrument::driver;
+
+    CallList Take() { return script.TakeCalls(); }
+    /// Begins a run; the calls that it makes are forgotten.
+    void Run() {
+        loop.RunButton_Click();
+        script.Clear();
     }
 };

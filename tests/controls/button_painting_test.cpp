@@ -35,7 +35,7 @@ QImage Drawn(const ButtonLook& look, const ButtonInk& ink, double ratio = 1) {
 
 /// The pixel at an angle and radius around the button's centre.
 QRgb At(const QImage& image, const ButtonLook& look, double degrees, double radius) {
-    const QPointF centre = QPointF(ButtonCentre(look.size)) + QPointF(0.5, 0.5);
+    const QPointF centre = QPointF(ButtonCentre(look.size)) + kFarCorner;
     const double a = degrees * std::numbers::pi / 180;
     return image.pixel(static_cast<int>(std::floor(centre.x() + radius * std::cos(a))),
                        static_cast<int>(std::floor(centre.y() - radius * std::sin(a))));
@@ -80,6 +80,20 @@ TEST(ButtonPainting, RingAndBevelsStandWhereTheirRadiiSay) {
     }
     for (const BevelArc& arc : kRaisedBevel) {
         EXPECT_EQ(At(image, look, arc.from + ArcSweep(arc) / 2, 84), 0xFF000000 | arc.colour);
+    }
+}
+
+TEST(ButtonPainting, TheRingsStandInTheMiddleWithSharpEdges) {
+    const ButtonLook look{.size = {40, 40}, .depth = 2, .sunk = false};
+    const QImage image = Drawn(look, Ink());
+    // From one pixel inside the rim on all four sides.
+    for (int i : {0, 39}) {
+        EXPECT_EQ(image.pixel(i, 20), kBack);
+        EXPECT_EQ(image.pixel(20, i), kBack);
+    }
+    for (int i : {1, 38}) {
+        EXPECT_GT(qGreen(image.pixel(i, 20)), 0xF0);
+        EXPECT_GT(qGreen(image.pixel(20, i)), 0xF0);
     }
 }
 

@@ -57,12 +57,12 @@ TEST(KnobLayout, LabelBesideTheKnobMakesRoomForTheLargestNumber) {
     EXPECT_EQ(k.boundary, QRectF(60 - 37, 14, 120 - 18 - 28, 74));
     EXPECT_EQ(k.label, QRectF(98, k.CentreY - 6.5, 120, 13));
     EXPECT_EQ(k.scroller.top(), 14 + 74 + 3 + 13 + 1);
-    EXPECT_EQ(HiddenRight(k, 120), 98);
+    EXPECT_EQ(HiddenRight(k), 98);
     // Only when more than 40 pixels are left, and for no other alignment.
     EXPECT_EQ(Place({58, 80}, 3).boundary.width(), 58 - 28);
     EXPECT_EQ(Place({59, 80}, 3).boundary.width(), 59 - 18 - 28);
     EXPECT_EQ(Place({120, 80}, 0).boundary.width(), 120 - 28);
-    EXPECT_EQ(HiddenRight(Place({75, 89}, 0), 75), 0);
+    EXPECT_EQ(HiddenRight(Place({75, 89}, 0)), 0);
 }
 
 TEST(KnobLayout, ZeroButtonIsConcentric) {

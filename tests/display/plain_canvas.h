@@ -47,5 +47,5 @@ class PlainCanvas : public Canvas {
     PenStyle style_ = PenStyle::Solid;
     QRgb colour_ = 0xFFFFFFFF;
     QFont font_;
-    CanvasPoint current_;
+    CanvasPoint current_{};
 };

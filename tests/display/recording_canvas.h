@@ -52,7 +52,7 @@ class RecordingCanvas : public Canvas {
     int height_;
     double ratio_;
     double left_ = 0, top_ = 0, right_ = 0, bottom_ = 0;
-    CanvasPoint current_;
+    CanvasPoint current_{};
 };
 
 /// A number as it stands in a recorded call.

@@ -325,6 +325,7 @@ TEST_F(Settings, InstancesThatCloseAtOnceLoseNothing) {
     constexpr int kInstances = 4;
     constexpr int kWritten = 25;
     std::vector<pid_t> children;
+    children.reserve(kInstances);
     for (int instance = 0; instance < kInstances; ++instance) {
         children.push_back(Fork([&] {
             SettingsStore own(folder_.path());

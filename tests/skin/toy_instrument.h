@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/colour.h"
 #include "controls/form.h"
 #include "controls/picture.h"
 #include "skin/skin_colour.h"

@@ -15,9 +15,13 @@ if [ $# -lt 2 ]; then
 fi
 
 if [ -z "${ON_DISPLAY_BUS:-}" ]; then
-    # xfwm4 and metacity keep their settings behind a session bus; this one ends with the script.
-    exec env ON_DISPLAY_BUS=1 dbus-run-session -- "$0" "$@"
+    # xfwm4 and metacity keep their settings behind a session bus; this one ends with the script, and what
+    # it has to say is nobody's concern.
+    command -v dbus-run-session >/dev/null || { echo "on_display.sh: no dbus-run-session" >&2; exit 125; }
+    exec env ON_DISPLAY_BUS=1 dbus-run-session -- "$0" "$@" 3>&2 2>/dev/null
 fi
+exec 2>&3 3>&-
+unset ON_DISPLAY_BUS
 
 manager=$1
 shift

@@ -1,0 +1,88 @@
+#include "analysis/measurement.h"
+
+#include <cmath>
+#include <functional>
+#include <gtest/gtest.h>
+#include <numbers>
+#include <vector>
+
+namespace {
+
+RoundedRecord Record(const std::function<double(int)>& sample) {
+    std::vector<float> row(kSampleDepth);
+    for (int i = 0; i < kSampleDepth; ++i) {
+        row[static_cast<std::size_t>(i)] = static_cast<float>(sample(i));
+    }
+    return {row.data(), 1};
+}
+
+RoundedRecord Square(int period, int low, int high) {
+    return Record([=](int i) { return i % period < period / 2 ? high : low; });
+}
+
+double Spacing(const RoundedRecord& record) {
+    return CrossingSpacing(record, MeasureLevels(record).mean);
+}
+
+} // namespace
+
+TEST(MeasureLevels, TakesMeanAndExtremesOfRoundedSamples) {
+    const Levels levels = MeasureLevels(Square(100, -40, 60));
+    EXPECT_DOUBLE_EQ(levels.mean, 10);
+    EXPECT_EQ(levels.min, -40);
+    EXPECT_EQ(levels.max, 60);
+    EXPECT_FALSE(levels.clipped);
+    EXPECT_DOUBLE_EQ(MeasureLevels(Record([](int) { return 2.5; })).mean, 2); // ties to even
+}
+
+TEST(MeasureLevels, ASampleThatRaisesTheMaximumIsNotHeldAgainstTheMinimum) {
+    // The lowest sample comes first and raises the maximum from nothing.
+    const Levels levels = MeasureLevels(Record([](int i) { return i == 0 ? -50 : 10; }));
+    EXPECT_EQ(levels.max, 10);
+    EXPECT_EQ(levels.min, 10);
+}
+
+TEST(MeasureLevels, TellsWhenTheConverterWasOverrun) {
+    EXPECT_FALSE(MeasureLevels(Square(100, -127, 127)).clipped);
+    EXPECT_TRUE(MeasureLevels(Square(100, -128, 0)).clipped);
+    EXPECT_TRUE(MeasureLevels(Square(100, 0, 128)).clipped);
+}
+
+TEST(CrossingSpacing, IsThePeriodOfASteadySignal) {
+    EXPECT_DOUBLE_EQ(Spacing(Square(100, -50, 50)), 100);
+    const auto sine = Record([](int i) { return 100 * std::sin(2 * std::numbers::pi * i / 250.0); });
+    EXPECT_NEAR(Spacing(sine), 250, 0.5);
+}
+
+TEST(CrossingSpacing, StaysRightWithMoreCrossingsThanItCounts) {
+    EXPECT_DOUBLE_EQ(Spacing(Square(20, -50, 50)), 20); // 150 periods in the record
+}
+
+TEST(CrossingSpacing, NeedsTwoLikeCrossings) {
+    EXPECT_EQ(Spacing(Record([](int) { return 7; })), 0);
+    EXPECT_EQ(Spacing(Square(3000, -50, 50)), 0); // one falling edge and no more
+    EXPECT_EQ(Spacing(Record([](int i) { return i / 1000 == 1 ? 50 : -50; })), 0); // one of each
+}
+
+TEST(MeasurementTexts, ShowSignClippingAndOverrun) {
+    EXPECT_EQ(AverageText({.mean = 20, .min = 0, .max = 0, .clipped = false}, 10, 0.5F),
+              QStringLiteral("+5.00"));
+    EXPECT_EQ(AverageText({.mean = 0, .min = 0, .max = 0, .clipped = false}, 10, 0.5F),
+              QStringLiteral("-5.00"));
+    EXPECT_EQ(AverageText({}, 0, 0.5F), QStringLiteral("+0.00"));
+    EXPECT_EQ(AverageText({.mean = 127.5, .min = 0, .max = 0, .clipped = true}, 127, 0.5F),
+              QStringLiteral("over"));
+    EXPECT_EQ(PeakToPeakText({.mean = 0, .min = -10, .max = 30, .clipped = false}, 0.25F),
+              QStringLiteral("10.00"));
+    EXPECT_EQ(PeakToPeakText({.mean = 0, .min = -10, .max = 30, .clipped = true}, 0.25F),
+              QStringLiteral("10.00>"));
+}
+
+TEST(FrequencyText, ChoosesItsUnitAndItsWordsOfFailure) {
+    EXPECT_EQ(FrequencyText(0, 1e-6), QStringLiteral("low signal"));
+    EXPECT_EQ(FrequencyText(10, 0), QStringLiteral("!"));
+    EXPECT_EQ(FrequencyText(1000, 1e-4), QStringLiteral("10.00Hz"));
+    EXPECT_EQ(FrequencyText(1000, 1e-6), QStringLiteral("1.00KHz"));
+    EXPECT_EQ(FrequencyText(1000, 1e-9), QStringLiteral("1.00MHz"));
+    EXPECT_EQ(FrequencyText(12.5, 2e-8), QStringLiteral("4.00MHz"));
+}

@@ -1,0 +1,98 @@
+#include "analysis/measurement_design.h"
+#include "analysis/measurement_window.h"
+#include "controls/form.h"
+#include "support/scripted_driver.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <gtest/gtest.h>
+
+namespace {
+
+class FixedScale : public ChannelScale {
+  public:
+    float GetVoltsPerDiv() const override { return 0.3F; }
+    float GetVoltsPerADCStep() const override { return 0.5F; }
+    float GetOffset() const override { return 0; }
+    int GetRange() const override { return 0; }
+};
+
+class MeasurementWindowTest : public testing::Test {
+  protected:
+    MeasurementWindowTest() {
+        record.NumScopesFound = 2;
+        record.ScopeInUse = {true, false, true, false, true, true};
+        record.ChannelColour.fill(0x00FFFF);
+        record.HeldSamplePeriod = 1e-6;
+        scales.fill(&scale);
+        for (int i = 0; i < Record::kCursors; ++i) {
+            controls.VertCursorEn[i] = &boxes[static_cast<std::size_t>(i)];
+            controls.HorizCursorEn[i] = &boxes[static_cast<std::size_t>(Record::kCursors + i)];
+        }
+        window = std::make_unique<MeasurementWindow>(form, record, instrument.driver, scales, controls);
+        window->Build();
+    }
+    QString Text(const char* name) const { return form.control<QLabel>(name)->text(); }
+
+    Record record;
+    ScriptedInstrument instrument;
+    Form form{MeasurementDesign()};
+    FixedScale scale;
+    MeasurementWindow::Scales scales;
+    std::array<QCheckBox, 6> boxes;
+    MeasurementWindow::Controls controls;
+    std::unique_ptr<MeasurementWindow> window;
+};
+
+} // namespace
+
+TEST_F(MeasurementWindowTest, BuildsARowForEachChannelInUseOneBelowTheOther) {
+    EXPECT_EQ(form.control<QWidget>("ChStats1")->y(), 22);
+    EXPECT_EQ(form.control<QWidget>("ChStats3")->y(), 39);
+    EXPECT_EQ(form.control<QWidget>("CursStats5")->y(), 56);
+    EXPECT_EQ(form.findChild<QWidget*>("ChStats2"), nullptr);
+    EXPECT_EQ(form.height(), 2 * 17 + 64);
+    EXPECT_EQ(Text("ChStats3_1"), QStringLiteral("3"));
+    EXPECT_EQ(Text("ChStats6_1"), QStringLiteral("M2"));
+}
+
+TEST_F(MeasurementWindowTest, ShowsTheFiguresAndFeedsTheOffsetNull) {
+    record.ChannelOffsetPercent[3] = 10;
+    record.ChannelBWLimit[3] = true;
+    for (int i = 0; i < kSampleDepth; ++i) {
+        record.SampleData(3, i) = i % 100 < 50 ? 60.0F : -40.0F;
+    }
+    window->UpdateStats();
+    EXPECT_EQ(Text("ChStats3_2"), QStringLiteral("0.3bw"));
+    EXPECT_EQ(Text("ChStats3_3"), QStringLiteral("-1.35")); // (10 - 12.7) steps of half a volt
+    EXPECT_EQ(Text("ChStats3_4"), QStringLiteral("50.00"));
+    EXPECT_EQ(Text("ChStats3_5"), QStringLiteral("10.00KHz"));
+    EXPECT_EQ(Text("ChStats1_5"), QStringLiteral("low signal"));
+    EXPECT_FLOAT_EQ(record.OffsetNullMeasured[3], -2.7F);
+    EXPECT_TRUE(record.OffsetNullActive);
+}
+
+TEST_F(MeasurementWindowTest, ShowsVoltsAtTheEnabledCursors) {
+    boxes[0].setChecked(true);
+    boxes[2].setChecked(true);
+    boxes[3].setChecked(true);
+    record.VertCursorTime = {100e-6, 0.0, 1.0}; // the third lies far beyond the record
+    record.HorizCursorVolts = {20.0, 0.0, 0.0};
+    record.SampleData(1, 100) = 8;
+    record.SampleData(1, kSampleDepth) = -6;
+    window->UpdateStats();
+    EXPECT_EQ(Text("CursStats1_1"), QStringLiteral("+10.00"));
+    EXPECT_EQ(Text("CursStats1_2"), QStringLiteral(" "));
+    EXPECT_EQ(Text("CursStats1_4"), QStringLiteral("+4.00"));
+    EXPECT_EQ(Text("CursStats1_5"), QStringLiteral(" "));
+    EXPECT_EQ(Text("CursStats1_6"), QStringLiteral("-3.00"));
+}
+
+TEST_F(MeasurementWindowTest, HidesARowWithBothItsPanels) {
+    window->SetVisible(3, false);
+    EXPECT_TRUE(form.control<QWidget>("ChStats3")->isHidden());
+    EXPECT_TRUE(form.control<QWidget>("CursStats3")->isHidden());
+    window->SetVisible(2, true); // not built, nothing to show
+    window->SetVisible(3, true);
+    EXPECT_FALSE(form.control<QWidget>("ChStats3")->isHidden());
+}

@@ -1,0 +1,556 @@
+#include "controls/knob_control.h"
+
+#include "controls/button_control.h"
+#include "controls/fonts.h"
+#include "controls/knob_instances.h"
+#include "controls/knob_scroller.h"
+#include "controls/knob_support.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <functional>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using KnobProperties = KnobTest;
+using KnobEventsOf = KnobTest;
+using KnobLifecycle = KnobTest;
+
+} // namespace
+
+TEST_F(KnobProperties, EveryPutOfTheLookLaysOut) {
+    const std::vector<std::function<void()>> puts = {
+        [&] { knob->SetKnobBand1Start(1); },
+        [&] { knob->SetKnobBand1Stop(2); },
+        [&] { knob->SetKnobBand1Color(Qt::red); },
+        [&] { knob->SetKnobTextColor(Qt::red); },
+        [&] { knob->SetKnobAnticlock(true); },
+        [&] { knob->SetKnobZeroButton(true); },
+        [&] { knob->SetKnobMin(-10); },
+        [&] { knob->SetKnobMax(50); },
+        [&] { knob->SetKnobStartAngle(0); },
+        [&] { knob->SetKnobStopAngle(180); },
+        [&] { knob->SetKnobTimeout(30); },
+        [&] { knob->SetKnobFillColor(Qt::red); },
+        [&] { knob->SetKnobBorderColor(Qt::red); },
+        [&] { knob->SetKnobMarkerColor(Qt::red); },
+        [&] { knob->SetKnobValueFormat("0"); },
+        [&] { knob->SetKnobFont(InstrumentFont("Arial", 8.25)); },
+        [&] { knob->SetKnobMarkers("11"); },
+        [&] { knob->SetKnobValueEditable(true); },
+        [&] { knob->SetKnobValueAlign(2); },
+        [&] { knob->SetKnobValue(7); },
+    };
+    for (std::size_t i = 0; i < puts.size(); ++i) {
+        Settle(*knob, "Timer1");
+        puts[i]();
+        EXPECT_THAT(events(), ElementsAre("Change", "Done")) << "put " << i;
+        EXPECT_TRUE(Pending(*knob, "Timer1")) << "put " << i;
+    }
+}
+
+TEST_F(KnobProperties, SomePutsOnlyStore) {
+    knob->SetKnobZeroButtonValue(3);
+    knob->SetKnobApplyLimit(true);
+    knob->SetKnobValueQuantized(true);
+    knob->SetKnobLowerLimit(1);
+    knob->SetKnobUpperLimit(99);
+    EXPECT_THAT(events(), IsEmpty());
+    EXPECT_FALSE(Pending(*knob, "Timer1"));
+    EXPECT_EQ(knob->KnobZeroButtonValue(), 3);
+    EXPECT_TRUE(knob->KnobApplyLimit());
+    EXPECT_TRUE(knob->KnobValueQuantized());
+    EXPECT_EQ(knob->KnobLowerLimit(), 1);
+    EXPECT_EQ(knob->KnobUpperLimit(), 99);
+}
+
+TEST_F(KnobProperties, EachIsAQtProperty) {
+    const QVariantMap values = {{"KnobValue", 7},
+                                {"KnobBand1Start", 24},
+                                {"KnobBand1Stop", 28},
+                                {"KnobBand1Color", QColor(Qt::red)},
+                                {"KnobTextColor", QColor(Qt::blue)},
+                                {"KnobAnticlock", true},
+                                {"KnobZeroButton", true},
+                                {"KnobZeroButtonValue", 9},
+                                {"KnobApplyLimit", true},
+                                {"KnobLowerLimit", 1},
+                                {"KnobUpperLimit", 90},
+                                {"KnobMin", -5},
+                                {"KnobMax", 77},
+                                {"KnobStartAngle", -90},
+                                {"KnobStopAngle", 90},
+                                {"KnobTimeout", 20},
+                                {"KnobFillColor", QColor(1, 2, 3)},
+                                {"KnobBorderColor", QColor(4, 5, 6)},
+                                {"KnobMarkerColor", QColor(7, 8, 9)},
+                                {"KnobValueFormat", "x0"},
+                                {"KnobFont", InstrumentFont("Arial", 9.75, true)},
+                                {"KnobMarkers", "28"},
+                                {"KnobValueEditable", true},
+                                {"KnobValueQuantized", true},
+                                {"KnobValueAlign", 2},
+                                {"KnobVisible", false}};
+    for (auto it = values.begin(); it != values.end(); ++it) {
+        const QByteArray name = it.key().toLatin1();
+        EXPECT_TRUE(knob->setProperty(name, it.value())) << name.toStdString();
+        EXPECT_EQ(knob->property(name), it.value()) << name.toStdString();
+    }
+    EXPECT_EQ(knob->property("KnobXlatedValue"), knob->KnobXlatedValue());
+    EXPECT_FALSE(knob->setProperty("KnobXlatedValue", "7"));
+}
+
+TEST_F(KnobProperties, KnobValueOfAnAnticlockwiseKnobIsReflectedInTheScroller) {
+    knob->SetKnobAnticlock(true);
+    knob->SetKnobValue(30);
+    EXPECT_EQ(knob->KnobValue(), 30);
+    EXPECT_EQ(child<KnobScroller>("KnobScroller")->value(), 70);
+}
+
+TEST_F(KnobProperties, AValueOutOfRangeIsIgnoredYetTheEventsCome) {
+    knob->SetKnobValue(40);
+    events();
+    knob->SetKnobValue(101);
+    EXPECT_EQ(knob->KnobValue(), 40);
+    EXPECT_THAT(events(), ElementsAre("Change", "Done"));
+}
+
+TEST_F(KnobProperties, TheValueThatItHasRaisesTheEventsAllTheSame) {
+    knob->SetKnobValue(40);
+    events();
+    knob->SetKnobValue(40);
+    EXPECT_THAT(events(), ElementsAre("Change", "Done"));
+}
+
+TEST_F(KnobProperties, ANarrowerRangeTakesTheValueAlong) {
+    knob->SetKnobValue(40);
+    knob->SetKnobMax(30);
+    EXPECT_EQ(knob->KnobValue(), 30);
+    knob->SetKnobMin(35); // above the maximum
+    EXPECT_EQ(knob->KnobValue(), 35);
+    knob->SetKnobMax(35);
+    EXPECT_EQ(knob->KnobValue(), 35);
+}
+
+TEST_F(KnobProperties, ReadingKnobAnticlockRunsTheTimeoutHandler) {
+    knob->SetKnobTimeout(20000);
+    press(100);
+    move(120);
+    move(140);
+    ASSERT_TRUE(timeout()->isActive());
+    events();
+    EXPECT_FALSE(knob->KnobAnticlock());
+    EXPECT_FALSE(timeout()->isActive());
+    EXPECT_THAT(events(), ElementsAre("Change"));
+    release(140);
+    events();
+    EXPECT_FALSE(knob->property("KnobAnticlock").toBool());
+    EXPECT_THAT(events(), ElementsAre("Change", "Done"));
+}
+
+TEST_F(KnobProperties, LimitsHoldTheValueOncePut) {
+    knob->SetKnobApplyLimit(true);
+    knob->SetKnobValue(90);
+    EXPECT_EQ(knob->KnobValue(), 90);
+    knob->SetKnobUpperLimit(60);
+    EXPECT_EQ(knob->KnobValue(), 90); // with the next change path
+    knob->SetKnobValue(91);
+    EXPECT_EQ(knob->KnobValue(), 60);
+    EXPECT_EQ(child<KnobScroller>("KnobScroller")->value(), 60);
+}
+
+TEST_F(KnobProperties, DesignLimitsAloneHoldNothing) {
+    knob->ReadProperties({{"KnobApplyLimit", true}, {"KnobLowerLimit", 20}, {"KnobUpperLimit", 30}});
+    knob->SetKnobValue(90);
+    EXPECT_EQ(knob->KnobValue(), 90);
+}
+
+// Events
+
+TEST_F(KnobEventsOf, AChangeTranslatesFirst) {
+    QObject::connect(knob, &KnobControl1::KnobXlateValue, &context, [&](float value, QString& text) {
+        log.emplace_back("Xlate");
+        EXPECT_EQ(value, 7);
+        EXPECT_EQ(text, "7");
+        text = "1us/div";
+    });
+    knob->SetKnobValue(7);
+    EXPECT_THAT(events(), ElementsAre("Xlate", "Change", "Done"));
+    EXPECT_EQ(knob->KnobXlatedValue(), "1us/div");
+    EXPECT_EQ(knob->ShownText(), "1us/div");
+    EXPECT_EQ(child<QLabel>("KnobValueLabel")->text(), "1us/div");
+    EXPECT_EQ(child<QLineEdit>("KnobValueTextbox")->text(), "1us/div");
+}
+
+TEST_F(KnobEventsOf, RefreshValueTranslatesAndNothingElse) {
+    QString scale = "0.3";
+    QObject::connect(knob, &KnobControl1::KnobXlateValue, &context,
+                     [&](float, QString& text) { text = scale + "V/div"; });
+    knob->SetKnobValue(1);
+    events();
+    scale = "3";
+    knob->RefreshValue();
+    EXPECT_EQ(knob->ShownText(), "3V/div");
+    EXPECT_THAT(events(), IsEmpty());
+}
+
+TEST_F(KnobEventsOf, NumbersGoThroughTheFormat) {
+    knob->SetKnobValue(35);
+    knob->SetKnobValueFormat("0\\% trig");
+    EXPECT_EQ(child<QLabel>("KnobValueLabel")->text(), "35% trig");
+    EXPECT_EQ(knob->KnobXlatedValue(), "35");
+    knob->SetKnobValueFormat("");
+    EXPECT_EQ(child<QLabel>("KnobValueLabel")->text(), "");
+    EXPECT_EQ(child<QLineEdit>("KnobValueTextbox")->text(), "");
+    EXPECT_FALSE(child<QLineEdit>("KnobValueTextbox")->isEnabled());
+    knob->SetKnobValueFormat("V/div");
+    EXPECT_EQ(child<QLabel>("KnobValueLabel")->text(), "V/div");
+    EXPECT_TRUE(child<QLineEdit>("KnobValueTextbox")->isEnabled());
+}
+
+TEST_F(KnobEventsOf, ATextIsNeverMarkup) {
+    QObject::connect(knob, &KnobControl1::KnobXlateValue, &context,
+                     [](float, QString& text) { text = "<b>1</b>"; });
+    knob->RefreshValue();
+    EXPECT_EQ(child<QLabel>("KnobValueLabel")->textFormat(), Qt::PlainText);
+}
+
+TEST_F(KnobEventsOf, TheHiddenKnobRaisesThemForANewValueOnly) {
+    knob->SetKnobVisible(false);
+    knob->SetKnobFillColor(Qt::red);
+    EXPECT_THAT(events(), IsEmpty());
+    knob->SetKnobValue(12);
+    EXPECT_THAT(events(), ElementsAre("Change", "Done"));
+    knob->SetKnobValue(12);
+    EXPECT_THAT(events(), IsEmpty());
+}
+
+TEST_F(KnobEventsOf, AControlThatWasNeverShownRaisesThem) {
+    KnobControl1 fresh;
+    Counter changes(fresh, &KnobControl1::Change);
+    fresh.SetKnobValue(12);
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(fresh.KnobValue(), 12);
+}
+
+TEST_F(KnobEventsOf, ShowAndResizeLayOut) {
+    knob->resize(120, 100);
+    EXPECT_THAT(events(), ElementsAre("Change", "Done"));
+    knob->hide();
+    EXPECT_THAT(events(), IsEmpty());
+    knob->show();
+    EXPECT_THAT(events(), ElementsAre("Change", "Done"));
+}
+
+TEST_F(KnobEventsOf, ReadingDesignDataRaisesNone) {
+    knob->ReadProperties({{"KnobValue", 7}, {"KnobMax", 27}});
+    EXPECT_THAT(events(), IsEmpty());
+    EXPECT_EQ(knob->KnobValue(), 7);
+    EXPECT_EQ(knob->ShownText(), "7.0");
+}
+
+// Handlers that act on the knob
+
+TEST_F(KnobEventsOf, AChangeHandlerMayPutTheValue) {
+    QObject::connect(knob, &KnobControl1::Change, &context, [&] {
+        if (knob->KnobValue() < 50) {
+            knob->SetKnobValue(50);
+        }
+    });
+    knob->SetKnobValue(10);
+    EXPECT_EQ(knob->KnobValue(), 50);
+    EXPECT_EQ(knob->ShownText(), "50.0");
+    EXPECT_THAT(events(), ElementsAre("Change", "Done", "Done"));
+}
+
+TEST_F(KnobEventsOf, HandlersThatPutAllPropertiesEnd) {
+    int depth = 0;
+    int deepest = 0;
+    auto putAll = [&] {
+        deepest = std::max(deepest, ++depth);
+        knob->SetKnobValue((knob->KnobValue() + 1) % 100);
+        knob->SetKnobFillColor(Qt::red);
+        knob->SetKnobMarkers("5");
+        knob->RefreshValue();
+        EXPECT_FALSE(knob->KnobAnticlock());
+        knob->Refresh();
+        --depth;
+    };
+    QObject::connect(knob, &KnobControl1::Change, &context, putAll);
+    QObject::connect(knob, &KnobControl1::Done, &context, putAll);
+    QObject::connect(knob, &KnobControl1::KnobXlateValue, &context, [&](float, QString&) { putAll(); });
+    knob->SetKnobValue(10);
+    press(100);
+    move(110);
+    move(120);
+    release(120);
+    EXPECT_LE(deepest, 3); // each of the three within the others, and none in itself
+    EXPECT_EQ(depth, 0);
+}
+
+TEST_F(KnobEventsOf, AnOwnerMayDeleteTheKnobInAnyEventOfAnyInput) {
+    using Arm = std::function<void(KnobControl1*)>;
+    const std::vector<Arm> arms = {
+        [](KnobControl1* k) { QObject::connect(k, &KnobControl1::Change, [k] { delete k; }); },
+        [](KnobControl1* k) { QObject::connect(k, &KnobControl1::Done, [k] { delete k; }); },
+        [](KnobControl1* k) {
+            QObject::connect(k, &KnobControl1::KnobXlateValue, [k](float, QString& text) {
+                delete k;
+                text = "late";
+            });
+        },
+    };
+    const std::vector<std::function<void()>> inputs = {
+        [&] { knob->SetKnobValue(5); },
+        [&] { knob->SetKnobMarkers("7"); },
+        [&] { knob->setProperty("KnobValueAlign", 2); },
+        [&] { knob->KnobAnticlock(); },
+        [&] { press(100); },
+        [&] { SendKey(knob, Qt::Key_Up); },
+        [&] {
+            knob->Step({StepRequest::Kind::ToHigh, 0});
+        },
+        [&] { child<KnobScroller>("KnobScroller")->setValue(9); },
+        [&] {
+            SendMouse(child<KnobScroller>("KnobScroller"), QEvent::MouseButtonPress, {55, 5}, Qt::LeftButton,
+                      Qt::LeftButton);
+        },
+        [&] {
+            knob->SetKnobVisible(false);
+            knob->SetKnobValue(77);
+        },
+    };
+    for (std::size_t a = 0; a < arms.size(); ++a) {
+        for (std::size_t i = 0; i < inputs.size(); ++i) {
+            delete knob.data();
+            knob = new KnobControl1;
+            knob->resize(85, 96);
+            knob->show();
+            arms[a](knob);
+            inputs[i]();
+            EXPECT_TRUE(knob.isNull()) << "event " << a << " of input " << i;
+        }
+    }
+}
+
+TEST_F(KnobEventsOf, AnOwnerMayDeleteTheKnobFromTimeoutReleaseZeroButtonAndTextBox) {
+    const std::vector<std::function<void()>> inputs = {
+        [&] { // Timeout during a drag
+            knob->SetKnobTimeout(1);
+            press(100);
+            QObject::connect(knob, &KnobControl1::Change, [k = knob.data()] { delete k; });
+            ASSERT_TRUE(QTest::qWaitFor([&] { return knob.isNull(); }));
+        },
+        [&] {
+            press(100);
+            move(110);
+            move(120);
+            QObject::connect(knob, &KnobControl1::Done, [k = knob.data()] { delete k; });
+            release(120);
+        },
+        [&] {
+            knob->SetKnobValue(5);
+            QObject::connect(knob, &KnobControl1::Change, [k = knob.data()] { delete k; });
+            auto* zero = child<ButtonControl1>("ZeroButton");
+            SendMouse(zero, QEvent::MouseButtonPress, {3, 3}, Qt::LeftButton, Qt::LeftButton);
+            SendMouse(zero, QEvent::MouseButtonRelease, {3, 3}, Qt::LeftButton, Qt::NoButton);
+        },
+        [&] {
+            knob->SetKnobValueEditable(true);
+            QObject::connect(knob, &KnobControl1::Change, [k = knob.data()] { delete k; });
+            child<QLineEdit>("KnobValueTextbox")->setText("12");
+            SendKey(child<QLineEdit>("KnobValueTextbox"), Qt::Key_Return);
+        },
+    };
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        delete knob.data();
+        knob = new KnobControl1;
+        knob->resize(85, 96);
+        knob->show();
+        inputs[i]();
+        EXPECT_TRUE(knob.isNull()) << i;
+    }
+}
+
+// Lifecycle
+
+TEST_F(KnobLifecycle, ANewKnobHasItsChildrenAndTimers) {
+    KnobControl1 fresh;
+    for (const char* name : {"KnobValueLabel", "KnobValueTextbox", "KnobScroller", "ZeroButton"}) {
+        EXPECT_NE(fresh.findChild<QWidget*>(name), nullptr) << name;
+    }
+    EXPECT_EQ(TimerOf(fresh, "Timer1")->interval(), 10);
+    EXPECT_TRUE(Pending(fresh, "Timer1"));
+    EXPECT_FALSE(Pending(fresh, "Timeout"));
+    EXPECT_TRUE(TimerOf(fresh, "Timeout")->isSingleShot());
+    EXPECT_EQ(fresh.KnobXlatedValue(), "");
+    EXPECT_EQ(fresh.KnobFont().family(), "Aerial");
+    EXPECT_EQ(fresh.KnobStopAngle(), -135);
+}
+
+TEST_F(KnobLifecycle, KnobTimeoutIsTheIntervalOfTimeout) {
+    knob->SetKnobTimeout(35);
+    EXPECT_EQ(timeout()->interval(), 35);
+    knob->ReadProperties({{"KnobTimeout", 50}});
+    EXPECT_EQ(timeout()->interval(), 50);
+    knob->SetKnobTimeout(-4);
+    EXPECT_EQ(timeout()->interval(), 0);
+    EXPECT_EQ(knob->KnobTimeout(), -4);
+}
+
+TEST_F(KnobLifecycle, ExactlyOneOfLabelAndTextBoxIsVisible) {
+    auto* label = child<QLabel>("KnobValueLabel");
+    auto* box = child<QLineEdit>("KnobValueTextbox");
+    EXPECT_TRUE(label->isVisible());
+    EXPECT_FALSE(box->isVisible());
+    EXPECT_TRUE(box->isReadOnly());
+    knob->SetKnobValueEditable(true);
+    EXPECT_FALSE(label->isVisible());
+    EXPECT_TRUE(box->isVisible());
+    EXPECT_FALSE(box->isReadOnly());
+    knob->SetKnobVisible(false);
+    EXPECT_FALSE(label->isVisible());
+    EXPECT_FALSE(box->isVisible());
+    knob->SetKnobVisible(true);
+    EXPECT_FALSE(label->isVisible());
+    EXPECT_TRUE(box->isVisible());
+}
+
+TEST_F(KnobLifecycle, HidingTakesTheChildrenAlong) {
+    auto* zero = child<ButtonControl1>("ZeroButton");
+    auto* scroller = child<KnobScroller>("KnobScroller");
+    EXPECT_FALSE(zero->isVisible());
+    knob->SetKnobZeroButton(true);
+    EXPECT_TRUE(zero->isVisible());
+    EXPECT_TRUE(scroller->isVisible());
+    knob->SetKnobVisible(false);
+    EXPECT_FALSE(zero->isVisible());
+    EXPECT_FALSE(scroller->isVisible());
+    knob->SetKnobFillColor(Qt::red); // a put while hidden shows nothing
+    EXPECT_FALSE(zero->isVisible());
+    knob->SetKnobVisible(true);
+    EXPECT_TRUE(zero->isVisible());
+    EXPECT_TRUE(scroller->isVisible());
+    knob->SetKnobZeroButton(false);
+    EXPECT_FALSE(zero->isVisible());
+}
+
+TEST_F(KnobLifecycle, AHiddenKnobAsksForNoRepaint) {
+    knob->SetKnobVisible(false);
+    Settle(*knob, "Timer1");
+    knob->Refresh();
+    EXPECT_FALSE(Pending(*knob, "Timer1"));
+    knob->SetKnobVisible(true);
+    Settle(*knob, "Timer1");
+    knob->Refresh();
+    EXPECT_TRUE(Pending(*knob, "Timer1"));
+}
+
+TEST_F(KnobLifecycle, ARepaintIsNotAskedForWithinALayout) {
+    Settle(*knob, "Timer1");
+    bool pending = true;
+    QObject::connect(knob, &KnobControl1::Change, &context, [&] {
+        knob->Refresh();
+        pending = Pending(*knob, "Timer1");
+    });
+    knob->SetKnobMarkers("3");
+    EXPECT_FALSE(pending);
+    EXPECT_TRUE(Pending(*knob, "Timer1"));
+}
+
+TEST_F(KnobLifecycle, TheZeroButtonIsDressedByTheKnob) {
+    knob->SetKnobZeroButton(true);
+    knob->SetKnobFillColor(QColor(1, 2, 3));
+    knob->SetKnobTextColor(QColor(4, 5, 6));
+    auto* zero = child<ButtonControl1>("ZeroButton");
+    EXPECT_EQ(zero->size(), QSize(7, 7));
+    EXPECT_EQ(zero->ButtonFillColor(), QColor(1, 2, 3));
+    EXPECT_EQ(zero->ButtonBackColor(), QColor(1, 2, 3));
+    EXPECT_EQ(zero->ButtonForeColor(), QColor(4, 5, 6));
+    EXPECT_EQ(zero->ButtonDepth(), 0);
+    EXPECT_EQ(zero->ButtonCaptionNudgeY(), 1);
+    EXPECT_EQ(zero->ButtonCaption(), "");
+    EXPECT_FALSE(zero->ButtonSunk());
+    EXPECT_EQ(zero->pos(), QPoint(39, 39)); // 41.5 - 3.5 + 1
+}
+
+TEST_F(KnobLifecycle, TheFontIsCopiedToTheChildren) {
+    const QFont font = InstrumentFont("Arial", 9.75, true);
+    knob->SetKnobFont(font);
+    EXPECT_EQ(knob->font().pixelSize(), 13);
+    EXPECT_EQ(child<QLabel>("KnobValueLabel")->font().pixelSize(), 13);
+    EXPECT_EQ(child<QLineEdit>("KnobValueTextbox")->font().pixelSize(), 13);
+    EXPECT_EQ(child<QLabel>("KnobValueLabel")->height(), QFontMetrics(font).height());
+}
+
+TEST_F(KnobLifecycle, WhatIsWrittenReadsBack) {
+    for (const KnobInstance& k : KnobInstances()) {
+        KnobControl1 first;
+        first.ReadProperties(k.bag());
+        EXPECT_EQ(first.KnobValue(), k.value) << k;
+        KnobControl1 second;
+        second.ReadProperties(first.WriteProperties());
+        EXPECT_EQ(second.WriteProperties(), first.WriteProperties()) << k;
+        EXPECT_EQ(second.KnobValue(), k.value) << k;
+    }
+    child<QLineEdit>("KnobValueTextbox")->setAlignment(Qt::AlignRight);
+    EXPECT_EQ(knob->WriteProperties().value("Knobment"), 1);
+}
+
+TEST_F(KnobLifecycle, TheTextOfEveryInstanceFitsItsLabel) {
+    struct Longest {
+        const char* name;
+        const char* family;
+        double points;
+        const char* text;
+    };
+    const std::vector<Longest> texts = {
+        {"HorizZoomKnob", "Arial", 8.25, "x100"},
+        {"TimeBaseKnob", "Arial", 8.25, "100ms/div"},
+        {"TriggerKnob", "Arial", 8.25, "-100% trig"},
+        {"VoltsKnob", "Microsoft Sans Serif", 8.25, "0.03V/div"},
+        {"OffsetKnob", "Microsoft Sans Serif", 8.25, "-100.0%"},
+        {"Math1VoltsKnob", "Small Fonts", 6.75, "0.03V/d"},
+        {"Math1OffsetKnob", "Small Fonts", 6.75, "-100.0%"},
+        {"DelayKnob", "Microsoft Sans Serif", 8.25, "100.0%"},
+    };
+    for (const KnobInstance& k : KnobInstances()) {
+        for (const Longest& longest : texts) {
+            if (std::string(longest.name) == k.name) {
+                QVariantMap bag = k.bag();
+                bag["KnobFont_Name"] = longest.family;
+                bag["KnobFont_Size"] = longest.points;
+                knob->ReadProperties(bag);
+                knob->resize(k.size);
+                const auto* label = child<QLabel>("KnobValueLabel");
+                EXPECT_LE(label->fontMetrics().horizontalAdvance(longest.text), label->width()) << k;
+                EXPECT_TRUE(knob->rect().contains(label->geometry())) << k;
+            }
+        }
+    }
+}
+
+TEST_F(KnobLifecycle, OddSizesAngesAndMarkersAreHarmless) {
+    for (QSize size : {QSize(0, 0), QSize(1, 1), QSize(28, 28), QSize(29, 200), QSize(300, 10)}) {
+        for (const char* markers : {"0", "1", "abc", "", "2", "99999999"}) {
+            for (int stop : {-45, 225, 100000, -2147483647}) {
+                for (int align = -1; align < 5; ++align) {
+                    knob->resize(size);
+                    knob->SetKnobMarkers(markers);
+                    knob->SetKnobStopAngle(stop);
+                    knob->SetKnobValueAlign(align);
+                    mouse(QEvent::MouseButtonPress, {5, 3}, Qt::LeftButton, Qt::LeftButton);
+                    mouse(QEvent::MouseMove, {50, 3}, Qt::NoButton, Qt::LeftButton);
+                    mouse(QEvent::MouseMove, {50, 30}, Qt::NoButton, Qt::LeftButton);
+                    mouse(QEvent::MouseButtonRelease, {50, 30}, Qt::LeftButton, Qt::NoButton);
+                    knob->grab();
+                    EXPECT_GE(knob->KnobValue(), 0);
+                    EXPECT_LE(knob->KnobValue(), 100);
+                }
+            }
+        }
+    }
+}
