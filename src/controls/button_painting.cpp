@@ -60,14 +60,11 @@ void DrawCaption(QPainter& painter, const ButtonLook& look, const ButtonInk& ink
 }
 
 void DrawFocus(QPainter& painter, const ButtonLook& look) {
-    // Inside the rings of an unpressed button, so that the mark stays where it is during a press.
-    ButtonLook up = look;
-    up.pressed = false;
-    const double half = std::max(look.size.width(), look.size.height()) / 2.0;
-    const auto inner = RingsOfButton(up).inner;
-    const double radius = inner ? inner->radius - inner->lineWidth / 2 - 1.5 : half - 1.5;
-    const double aspect = static_cast<double>(look.size.height()) / std::max(look.size.width(), 1);
-    DrawFocusRing(painter, {QPointF(ButtonCentre(look.size)) + kFarCorner, radius, aspect, 1});
+    // In the pixel that the rings leave free at the rim: the caption of a small button needs all the rest.
+    const double width = look.size.width() - 1;
+    const double height = look.size.height() - 1;
+    DrawFocusRing(painter, {QPointF(look.size.width(), look.size.height()) / 2, std::max(width, height) / 2,
+                            width > 0 ? height / width : 0, 1});
 }
 
 } // namespace

@@ -45,12 +45,10 @@ void DrawThumb(QPainter& painter, const SliderLook& look, const ThumbPlace& plac
     if (look.depth > 0) {
         DrawBevel(painter, ThumbBevel(place, look.depth), kRaisedBevel);
     }
-    if (look.focus) {
-        Ring mark = ThumbBevel(place, 1);
-        mark.radius -= look.depth / 2.0 + 1;
-        DrawFocusRing(painter, mark);
-    }
     painter.translate(-kFarCorner);
+    if (look.focus) {
+        DrawFocusRing(painter, {place.thumb.center(), (place.thumb.width() - 1) / 2, 1, 1});
+    }
 }
 
 } // namespace
