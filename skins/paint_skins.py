@@ -192,8 +192,8 @@ def edge_of_face(canvas, skin):
     canvas.blend(where, rim * 0.85, tint(skin.face, -0.75) if skin.lines is None else skin.lines)
 
 
-def tray(canvas, skin, rect, colour, radius=7.0, depth=2.6):
-    """A flat recess: lip outside, shadow inside below the edge that the light comes over."""
+def tray(canvas, skin, rect, colour, radius=7.0, reach=4.0):
+    """A flat recess: lip outside, and inside a shadow that ends `reach` from the edge."""
     where, x, y = canvas.window(rect, 6)
     d, nx, ny = round_rect(x, y, rect, radius)
     light = lit(nx, ny)
@@ -202,8 +202,7 @@ def tray(canvas, skin, rect, colour, radius=7.0, depth=2.6):
     canvas.blend(where, lip * np.clip(light, 0, 1) * 0.60, (0, 0, 0))
     inside = canvas.cover(d)
     canvas.blend(where, inside, colour)
-    fall = np.exp(np.minimum(d, 0) / depth * 1.4) * inside
-    fall = np.where(d > -2.2 * depth, fall, 0)
+    fall = np.clip(1 + (d + 0.5 / canvas.scale) / reach, 0, 1) ** 2 * inside
     canvas.blend(where, fall * np.clip(light * 0.75 + 0.25, 0, 1) * 0.62, (0, 0, 0))
     canvas.blend(where, fall * np.clip(-light, 0, 1) * 0.10, (255, 255, 255))
     if skin.lines is not None:
@@ -308,8 +307,8 @@ def paint(skin, layout, scale):
     plot = places["MainPlotCanvas"]
     module = Rect.around(at("PretriggerSlider", "MainPlotCanvas", "HorizPanSlider", "VertPanSlider",
                             "NormaliseButton"), 8)
-    tray(canvas, skin, module, skin.bezel, radius=10, depth=4)
-    tray(canvas, skin, Rect.around([plot], 1), (0, 0, 0), radius=1.5, depth=1)
+    tray(canvas, skin, module, skin.bezel, radius=10, reach=8)
+    tray(canvas, skin, Rect.around([plot], 1), (0, 0, 0), radius=1.5, reach=1)
     for name in ("VertCursorBar", "HorizCursorBar"):
         spot(canvas, places[name], skin.bar)
     # A slider's thumb takes the colour of the mark in the middle of its groove.
@@ -326,7 +325,7 @@ def paint(skin, layout, scale):
     # Status glass.
     glass = Rect.around(at("TriggerStatusLabel", "AcqModeLabel", "DemoLabel"), 4)
     glass = Rect(module.left, glass.top, module.right, glass.bottom)
-    tray(canvas, skin, glass, (10, 13, 14), radius=7, depth=3)
+    tray(canvas, skin, glass, (10, 13, 14), radius=7)
 
     # Knobs on plates; the plate continues the ground of the square control.
     raised = tuple(min(255, c + PLATE_STEP) for c in skin.knob)
@@ -354,7 +353,7 @@ def paint(skin, layout, scale):
         rect = Rect.around(at(*names), pad)
         if left is not None:
             rect.left, rect.right = left, right
-        tray(canvas, skin, rect, skin.tray)
+        tray(canvas, skin, rect, skin.tray, radius=6, reach=3)
         for name, word in zip(names, words):
             legend(canvas, skin, word, places[name].centre[0], rect.top - 7)
         return rect
@@ -366,10 +365,10 @@ def paint(skin, layout, scale):
                 right_column + column)
     window_buttons = ["UsersGuideButton", "FullScreenButton", "MinimiseMostlyButton", "MinimiseButton",
                       "CloseButton"]
-    tray(canvas, skin, Rect.around(at(*window_buttons), 3), skin.tray, radius=8)
+    tray(canvas, skin, Rect.around(at(*window_buttons), 4), skin.tray, radius=6, reach=3)
     run = places["RunButton"]
     rect = Rect(cx - column, glass.bottom - 108, right_column + column, glass.bottom)
-    tray(canvas, skin, rect, skin.tray, radius=10)
+    tray(canvas, skin, rect, skin.tray, radius=10, reach=8)
 
     # Brand.
     top = places["CloseButton"]

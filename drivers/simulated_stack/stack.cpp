@@ -130,10 +130,11 @@ void Stack::SetRIS(int ch, bool on) {
 
 void Stack::SetNormal(int ch, bool on) {
     if (Module* module = Open(ch)) {
-        Update();
+        const double now = Now();
+        Update(now);
         module->trigger.normal = on;
         if (!on && module == Source()) {
-            acquisition_.Release(Now());
+            acquisition_.Release(now);
         }
     }
 }
@@ -153,9 +154,9 @@ Module* Stack::Source() {
     return nullptr;
 }
 
-void Stack::Update() {
+void Stack::Update(double now) {
     const double lag = std::max(kLongestLag * speed_, Acquisition::kDepth * timebase_.Period());
-    if (acquisition_.Update(Now(), Source(), lag)) {
+    if (acquisition_.Update(now, Source(), lag)) {
         for (int ch = 1; ch <= kSlots; ++ch) {
             if (capturing_[At(ch)]) {
                 InSlot(ch)->BeginRecord();
@@ -164,22 +165,23 @@ void Stack::Update() {
     }
 }
 
-void Stack::Render(int ch) {
+void Stack::Render(int ch, double now) {
     if (!capturing_[At(ch)]) {
         return;
     }
     Module* module = InSlot(ch);
     const bool whole = acquisition_.Complete() && !acquisition_.IsRIS();
     // Six blocks are a little more than the depth; a full record has its clock run on for them.
-    const int end = whole ? Module::kMemory : acquisition_.Available(Now());
+    const int end = whole ? Module::kMemory : acquisition_.Available(now);
     module->Render(acquisition_.Start(), acquisition_.Interval(), end);
     holdsPass_[At(ch)] = acquisition_.IsRIS() && acquisition_.Complete();
 }
 
 void Stack::Settle(int ch) {
     if (Open(ch) != nullptr) {
-        Update();
-        Render(ch);
+        const double now = Now();
+        Update(now);
+        Render(ch, now);
     }
 }
 
@@ -193,10 +195,11 @@ void Stack::Start(int ch) {
     if (source != nullptr && source != module) {
         return; // the source is armed last, and starts them all
     }
+    const double now = Now();
     for (int other = 1; other <= kSlots; ++other) {
         const auto slot = At(other);
         if (capturing_[slot] && !armed_[slot]) {
-            Render(other);
+            Render(other, now);
         }
         capturing_[slot] = std::exchange(armed_[slot], false) && Open(other) != nullptr;
         if (capturing_[slot]) {
@@ -205,7 +208,7 @@ void Stack::Start(int ch) {
         }
     }
     std::uniform_real_distribution<double> gap(0, 20);
-    acquisition_.Arm(Now(), timebase_, module->trigger, gap(random_));
+    acquisition_.Arm(now, timebase_, module->trigger, gap(random_));
 }
 
 void Stack::End(int ch) {
@@ -213,13 +216,15 @@ void Stack::End(int ch) {
     if (module == nullptr) {
         return;
     }
-    Update();
-    Render(ch);
+    // One moment for all three, so that the count that stays is what was converted.
+    const double now = Now();
+    Update(now);
+    Render(ch, now);
     armed_[At(ch)] = false;
     capturing_[At(ch)] = false;
     const bool nobody = std::none_of(capturing_.begin(), capturing_.end(), [](bool on) { return on; });
     if (module == Source() || nobody) {
-        acquisition_.Stop(Now());
+        acquisition_.Stop(now);
     }
 }
 
@@ -227,7 +232,7 @@ bool Stack::Running(int ch) {
     if (Open(ch) == nullptr) {
         return false;
     }
-    Update();
+    Update(Now());
     return acquisition_.Running();
 }
 
@@ -235,7 +240,7 @@ bool Stack::Triggered(int ch) {
     if (Open(ch) == nullptr) {
         return false;
     }
-    Update();
+    Update(Now());
     return acquisition_.Triggered();
 }
 
@@ -243,8 +248,9 @@ int Stack::SamplesSinceArm(int ch) {
     if (Open(ch) == nullptr) {
         return 0;
     }
-    Update();
-    return acquisition_.Available(Now());
+    const double now = Now();
+    Update(now);
+    return acquisition_.Available(now);
 }
 
 const float* Stack::Record(int ch) {

@@ -53,10 +53,10 @@ class Stack {
 
   private:
     double Now() const;
-    void Update();
+    void Update(double now);
     Module* Source();
     bool InStack(int ch, int other);
-    void Render(int ch);
+    void Render(int ch, double now);
 
     std::vector<ModuleDescription> found_; ///< on the bus, before they have slots
     bool heldLow_ = false;                 ///< by a module without power

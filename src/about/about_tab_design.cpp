@@ -42,7 +42,7 @@ FormDesign Build() {
                     .place = {Geometry::kRight - 41, 326, 41, 19},
                     .tip = "Visit website to check for software updates",
                     .back = kPanelBack,
-                    .properties = {{"AutoRedraw", true}}});
+                    .properties = {{"AutoRedraw", true}, {"drawing", "webLink"}}});
     return form;
 }
 

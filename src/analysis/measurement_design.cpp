@@ -25,7 +25,7 @@ ControlDesign TitlePicture(int number, int left, int width) {
     return {.kind = ControlKind::Picture,
             .name = kNames[number - 1],
             .place = {left, kTop, width, kHeight},
-            .back = 0x404040};
+            .back = 0x2A2826};
 }
 
 ControlDesign Title(int index, QRect place, const QString& caption, const char* picture) {
@@ -44,7 +44,8 @@ FormDesign Build() {
     FormDesign form{.name = "Corvantine_StatsForm",
                     .caption = "Corvantine measurements",
                     .size = {480, 17 * kScopeChannels + 64},
-                    .back = 0x303030};
+                    .back = 0x363230,
+                    .ground = "figures"};
     auto& rows = form.controls;
     int number = 0;
     for (const Column& column : kColumns) {

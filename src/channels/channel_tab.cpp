@@ -13,7 +13,6 @@
 #include <QLabel>
 #include <QRadioButton>
 #include <QTimer>
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -145,7 +144,6 @@ void ChannelTab::RescaleHeldTrace(float offset) {
     for (int i = 0; i < positions; ++i) {
         heldTrace_[static_cast<std::size_t>(i)] = record_.HeldSampleData(ch, i);
     }
-    std::fill(rescaledTrace_.begin(), rescaledTrace_.end(), 0.0F);
     driver_.ReScaleSampleData(heldTrace_.data(), rescaledTrace_.data(), record_.SampleDepth,
                               OffsetPercent(record_.HeldOffset[ch]), OffsetPercent(offset),
                               record_.HeldVoltsPerDiv[ch], GetVoltsPerDiv());

@@ -4,11 +4,11 @@
 
 namespace {
 
-ControlDesign DialogButton(const char* name, int column, const QString& caption, const QString& tip,
+ControlDesign DialogButton(const char* name, int left, const QString& caption, const QString& tip,
                            Colour fill, Colour back) {
     return {.kind = ControlKind::Button,
             .name = name,
-            .place = {68 + column * 88, 184, 72, 60},
+            .place = {left, 180, 72, 60},
             .caption = caption,
             .tip = tip,
             .fill = fill,
@@ -26,6 +26,7 @@ const FormDesign& OffsetNullDesign() {
         .caption = "Offset null",
         .size = {384, 264},
         .back = 0x808080,
+        .ground = "dialog",
         .font = kPanelFont,
         .controls =
             {{.kind = ControlKind::Label,
@@ -54,12 +55,12 @@ const FormDesign& OffsetNullDesign() {
                      "each range independently!",
               .fore = 0xFFFFFF,
               .properties = {{"alignment", int(Qt::AlignLeft | Qt::AlignTop)}, {"wordWrap", true}}},
-             DialogButton("ApplyNullButton", 0, "apply null",
+             DialogButton("ApplyNullButton", 34, "apply null",
                           "Apply offset null from current grounded reading for this range", 0x808000,
                           0x808080),
-             DialogButton("CancelNullButton", 1, "cancel null",
+             DialogButton("CancelNullButton", 166, "cancel null",
                           "Set the null to zero so removing the null for this range", 0x00C000, 0x98B6BC),
-             DialogButton("DoneNullButton", 2, "done", "Return to scope application", 0x808080, 0x98B6BC)},
+             DialogButton("DoneNullButton", 278, "done", "Return to scope application", 0x808080, 0x98B6BC)},
         .timers = {{"WaitForUpdateTimer1", 50}, {"WaitForUpdateTimer2", 50}}};
     return design;
 }

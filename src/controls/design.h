@@ -66,7 +66,8 @@ struct FormDesign {
     QString name;
     QString caption;
     QSize size;
-    Colour back = kNoColour; ///< none: the form paints no ground of its own
+    Colour back = kNoColour;      ///< none: the form paints no ground of its own
+    const char* ground = nullptr; ///< drawing of the whole form, under its controls
     FontDesign font = {"MS Sans Serif", 8.25, false};
     std::vector<ControlDesign> controls = {};
     std::vector<TimerDesign> timers = {};

@@ -121,6 +121,16 @@ void DrawSplash(QPainter& painter, const QRectF& place) {
     painter.drawRect(place.adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
+void DrawFigures(QPainter& painter, const QRectF& place) {
+    QLinearGradient shade(place.topLeft(), place.bottomLeft());
+    shade.setColorAt(0, QColor(0x4A, 0x4D, 0x52));
+    shade.setColorAt(1, QColor(0x30, 0x32, 0x36));
+    painter.fillRect(place, shade);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor(0x10, 0x11, 0x13), 1));
+    painter.drawRect(place.adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
 } // namespace
 
 FaceDrawing FindDrawing(const QString& name, const FormDesign& form) {
@@ -139,6 +149,12 @@ FaceDrawing FindDrawing(const QString& name, const FormDesign& form) {
     }
     if (name == QLatin1String("splash")) {
         return DrawSplash;
+    }
+    if (name == QLatin1String("dialog")) {
+        return DialogDrawing(form);
+    }
+    if (name == QLatin1String("figures")) {
+        return DrawFigures;
     }
     if (name == QLatin1String("panel")) {
         return PanelDrawing(form);

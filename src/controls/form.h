@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/design.h"
+#include "controls/picture.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -39,7 +40,11 @@ class Form : public QWidget {
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
   private:
     [[noreturn]] void missing(const QString& name) const;
+
+    FaceDrawing ground_;
+    QPixmap drawnGround_; ///< at the present size and resolution
 };

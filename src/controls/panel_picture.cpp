@@ -111,13 +111,14 @@ void DrawHeader(QPainter& painter, const FormDesign& form) {
 /// A raised plate of the knob's own ground, so that the square control grows into it.
 void DrawPlate(QPainter& painter, const ControlDesign& row) {
     const QColor plate = ToQColor(row.fill);
+    constexpr double kPlateRadius = 3; // no rounder, or the control's corners would stand out
     const QRectF rect = QRectF(row.place).adjusted(-2, -2, 2, 2);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(0, 0, 0, 60));
-    painter.drawRoundedRect(rect.translated(1, 1.5), 5, 5);
+    painter.drawRoundedRect(rect.translated(1, 1.5), kPlateRadius, kPlateRadius);
     painter.setBrush(plate);
-    painter.drawRoundedRect(rect, 5, 5);
-    Bevel(painter, rect, 5, plate.lighter(125), plate.darker(150));
+    painter.drawRoundedRect(rect, kPlateRadius, kPlateRadius);
+    Bevel(painter, rect, kPlateRadius, plate.lighter(125), plate.darker(150));
 }
 
 void DrawGroupFrame(QPainter& painter, const ControlDesign& row) {
@@ -142,7 +143,34 @@ void DrawPanel(QPainter& painter, const FormDesign& form) {
     }
 }
 
+void DrawDialog(QPainter& painter, const QRectF& place, const FormDesign& form) {
+    const QColor sheet = ToQColor(form.back);
+    painter.fillRect(place, sheet);
+    Bevel(painter, place, 0, sheet.darker(260), sheet.darker(260));
+    Bevel(painter, place.adjusted(1, 1, -1, -1), 0, sheet.lighter(150), sheet.darker(150));
+    QRect onPlate;
+    QRect onSheet;
+    Colour plateColour = form.back;
+    for (const ControlDesign& row : form.controls) {
+        if (row.kind == ControlKind::Button) {
+            (row.back == form.back ? onSheet : onPlate) |= row.place;
+            plateColour = row.back == form.back ? plateColour : row.back;
+        }
+    }
+    constexpr int kPad = 10;
+    const QColor plate = ToQColor(plateColour);
+    const QRectF plateRect = QRectF(onPlate).adjusted(-kPad, -kPad, kPad, kPad);
+    DrawSheet(painter, Rounded(plateRect, 8), plate);
+    const QRectF frame = QRectF(onSheet).adjusted(-kPad, -kPad, kPad, kPad);
+    Bevel(painter, frame, 8, sheet.darker(160), sheet.lighter(135));
+    Bevel(painter, frame.adjusted(1, 1, -1, -1), 7, sheet.lighter(135), sheet.darker(160));
+}
+
 } // namespace
+
+FaceDrawing DialogDrawing(const FormDesign& form) {
+    return [form](QPainter& painter, const QRectF& place) { DrawDialog(painter, place, form); };
+}
 
 QPainterPath PanelOutline(const FormDesign& form) {
     QPainterPath picture;

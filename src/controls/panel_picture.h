@@ -16,5 +16,9 @@ QPainterPath PanelOutline(const FormDesign& form);
 /// header in the colour of its name. It runs on beyond the outline, so that a coarse mask shows no gap.
 FaceDrawing PanelDrawing(const FormDesign& form);
 
+/// The ground of a dialog: a raised sheet of the form's colour, a raised plate under each row of neighbouring
+/// buttons whose ground is another, and a sunken frame around the other buttons.
+FaceDrawing DialogDrawing(const FormDesign& form);
+
 /// The panel at scale 1 as its window is shaped from: the art inside, kShapeKey outside, none between.
 QImage PanelShapePicture(const FormDesign& form);

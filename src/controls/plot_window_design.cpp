@@ -39,7 +39,7 @@ ControlDesign PlotWindowClipboard(int top) {
 void AddIdentFrame(FormDesign& form, const QString& tip) {
     constexpr int kKeys = 6;
     constexpr int kWidth = 26;
-    constexpr int kHeight = 2 * kPlotWindowLine - 8;
+    constexpr int kHeight = 2 * kPlotWindowLine;
     const QSize size{kKeys * kWidth + 8, kHeight};
     form.controls.push_back(
         {.kind = ControlKind::Frame,

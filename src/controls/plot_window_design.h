@@ -5,7 +5,8 @@
 /// What the spectrum window and the large time window share: a canvas as wide as the window, lines of text,
 /// the clipboard button and the colour key of the channels at the lower right.
 
-inline constexpr int kPlotWindowLine = 14;     ///< height of a line of text, and the unit of the arrangement
+inline constexpr int kPlotWindowLine =
+    13; ///< height of a line of the face's font, the unit of the arrangement
 inline constexpr int kPlotWindowTextLeft = 80; ///< of the lower lines, beside the clipboard button
 
 FormDesign PlotWindowForm(const QString& name, const QString& caption, QSize size);

@@ -37,7 +37,7 @@ std::uint32_t Blend(std::uint32_t below, std::uint32_t colour, std::uint32_t cov
 RasterCanvas::RasterCanvas(int width, int height, double ratio)
     : raster_(width, height), sink_(raster_), texts_(UsableRatio(ratio)), ratio_(UsableRatio(ratio)) {
     raster_.Fill(PixelOf(back_));
-    SetPixelScale();
+    SetFaceScale();
     SetDrawWidth(1);
 }
 
@@ -48,7 +48,7 @@ void RasterCanvas::Resize(int width, int height, double ratio) {
     texts_ = TextMasks(ratio_);
     texts_.SetFont(font_);
     raster_.Fill(PixelOf(back_));
-    SetPixelScale();
+    SetFaceScale();
     SetDrawWidth(drawWidth_);
 }
 
@@ -75,6 +75,11 @@ void RasterCanvas::SetForeColor(Colour colour) {
 
 void RasterCanvas::SetScale(double left, double top, double right, double bottom) {
     map_.SetScale(left, top, right, bottom, width(), height());
+}
+
+/// A canvas of one pixel of the face says so, whatever the screen makes of it.
+void RasterCanvas::SetFaceScale() {
+    SetScale(0, 0, std::max(1.0, std::floor(width() / ratio_)), std::max(1.0, std::floor(height() / ratio_)));
 }
 
 void RasterCanvas::SetPixelScale() {

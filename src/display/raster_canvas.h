@@ -20,7 +20,7 @@ class RasterCanvas : public Canvas {
     RasterCanvas(const RasterCanvas&) = delete;
     RasterCanvas& operator=(const RasterCanvas&) = delete;
 
-    /// A new empty raster, in pixel scale. Pen and font stay.
+    /// A new empty raster that counts in pixels of the face. Pen and font stay.
     void Resize(int width, int height, double ratio);
     void SetFont(const QFont& font);
     void SetBackColor(Colour colour) { back_ = colour; }
@@ -60,6 +60,7 @@ class RasterCanvas : public Canvas {
     double WidthToPixels(double width) const override;
 
   private:
+    void SetFaceScale();
     void DrawSolid(const PixelLine& line);
     void DrawDotted(const PixelLine& line);
     void DrawDots(PixelPoint first, PixelPoint second, int count);

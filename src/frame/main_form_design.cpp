@@ -164,7 +164,13 @@ void AddCursorBars(std::vector<ControlDesign>& rows) {
     }
 }
 
-void AddKnobs(std::vector<ControlDesign>& rows) {
+void AddRun(std::vector<ControlDesign>& rows) {
+    rows.push_back(FaceButton("RunButton", {452, 314, 72, 72}, "running", "Run and stop acquisition"));
+    rows.push_back(
+        FaceButton("OnceButton", {556, 314, 72, 72}, "single", "Single shot: stop after one acquisition"));
+}
+
+void AddTimeBaseAndTrigger(std::vector<ControlDesign>& rows) {
     rows.push_back(FaceKnob("TimeBaseKnob", {445, 64, 85, 96}, "Time base: time per horizontal division",
                             0x0000FF, 0x606060,
                             {{"KnobMin", 0},
@@ -197,16 +203,16 @@ void AddKnobs(std::vector<ControlDesign>& rows) {
                              {"KnobValueFormat", QStringLiteral("0\\% trig")},
                              {"KnobValueAlign", 2},
                              {"KnobValueQuantized", true}}));
-    rows.push_back(ZoomKnob("HorizZoomKnob", {468, 189, 59, 45}, "Horizontal zoom", 100));
-    rows.push_back(ZoomKnob("VertZoomKnob", {468, 239, 59, 45}, "Vertical zoom", 20));
-}
-
-void AddButtons(std::vector<ControlDesign>& rows) {
     rows.push_back(FaceButton("TrigModeButton", {548, 190, 40, 40}, "norm",
                               "Trigger mode: auto, norm or free running", kPanelButtonFont));
     rows.push_back(FaceButton("TrigTypeButton", {596, 190, 40, 40}, "0",
                               "Trigger type: less than, greater than, falling edge or rising edge",
                               SymbolFont(21.75)));
+}
+
+void AddView(std::vector<ControlDesign>& rows) {
+    rows.push_back(ZoomKnob("HorizZoomKnob", {468, 189, 59, 45}, "Horizontal zoom", 100));
+    rows.push_back(ZoomKnob("VertZoomKnob", {468, 239, 59, 45}, "Vertical zoom", 20));
     rows.push_back(FaceButton("SampleDotsButton", {552, 252, 32, 32}, "8",
                               "Show sample points as dots (from zoom x5 on)", SymbolFont(14.25)));
     rows.push_back({.kind = ControlKind::Picture,
@@ -214,10 +220,9 @@ void AddButtons(std::vector<ControlDesign>& rows) {
                     .place = {600, 252, 32, 32},
                     .tip = "Change the colour of the panel",
                     .properties = {{"drawing", "skinColour"}}});
-    rows.push_back(FaceButton("RunButton", {452, 314, 72, 72}, "running", "Run and stop acquisition"));
-    rows.push_back(
-        FaceButton("OnceButton", {556, 314, 72, 72}, "single", "Single shot: stop after one acquisition"));
+}
 
+void AddWindowButtons(std::vector<ControlDesign>& rows) {
     rows.push_back(WindowButton("UsersGuideButton", 0, "?", "Open the user's guide", kButtonFont));
     rows.push_back(
         WindowButton("FullScreenButton", 1, "7", "Show or hide the large time window", SymbolFont(11.25)));
@@ -247,10 +252,13 @@ FormDesign Build() {
                     .place = {kFace.width() - Geometry::kTuck - Geometry::kTravel,
                               (kFace.height() - Geometry::kHeight) / 2, Geometry::kTravel, Geometry::kHeight},
                     .visible = false});
+    // The keyboard goes through the face in this order.
+    AddRun(rows);
+    AddTimeBaseAndTrigger(rows);
     AddPlot(rows);
+    AddView(rows);
     AddCursorBars(rows);
-    AddKnobs(rows);
-    AddButtons(rows);
+    AddWindowButtons(rows);
     AddStatus(rows);
     for (const char* list : {"SkinFiles", "SkinColourList"}) {
         rows.push_back(

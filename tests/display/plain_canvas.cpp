@@ -16,7 +16,7 @@ QString Glyphs(QString text) {
 } // namespace
 
 PlainCanvas::PlainCanvas(int width, int height, double ratio)
-    : image_(width, height, QImage::Format_RGB32), ratio_(ratio) {
+    : image_(width, height, QImage::Format_RGB32), bits_(image_.bits()), ratio_(ratio) {
     font_.setStyleStrategy(QFont::NoSubpixelAntialias);
     SetPixelScale();
     Clear();
@@ -45,9 +45,14 @@ void PlainCanvas::SetPixelScale() {
 
 void PlainCanvas::Stamp(int x, int y) {
     for (int row = y - pen_ / 2; row < y - pen_ / 2 + pen_; ++row) {
+        if (row < 0 || row >= image_.height()) {
+            continue;
+        }
+        auto* pixels =
+            reinterpret_cast<QRgb*>(bits_ + static_cast<std::ptrdiff_t>(row) * image_.bytesPerLine());
         for (int column = x - pen_ / 2; column < x - pen_ / 2 + pen_; ++column) {
-            if (image_.valid(column, row)) {
-                image_.setPixel(column, row, colour_);
+            if (column >= 0 && column < image_.width()) {
+                pixels[column] = colour_;
             }
         }
     }

@@ -12,7 +12,7 @@ class PlainCanvas : public Canvas {
   public:
     PlainCanvas(int width, int height, double ratio = 1);
 
-    const QImage& Image() const { return image_; }
+    const QImage& Image() const { return image_; } ///< not to be copied before the last line is drawn
 
     void Clear() override;
     void SetDrawModeCopy() override {}
@@ -41,6 +41,7 @@ class PlainCanvas : public Canvas {
     void Walk(PixelPoint from, PixelPoint to);
 
     QImage image_;
+    uchar* bits_; ///< of the image, which is not shared while anyone draws
     PixelMap map_;
     double ratio_;
     int pen_ = 1;

@@ -63,6 +63,16 @@ TEST_F(DriverChoiceTest, NamedByARelativePath) {
     EXPECT_EQ(Failure(ChooseDriver(relative, folder.path())), "");
 }
 
+TEST_F(DriverChoiceTest, NamedByABareNameInTheCurrentFolder) {
+    ASSERT_TRUE(QFile::copy(CORVANTINE_MINIMAL_DRIVER, folder.filePath("bare.so")));
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(folder.path()));
+    const DriverChoice choice = ChooseDriver("bare.so", "/");
+    QDir::setCurrent(before);
+    EXPECT_EQ(Failure(choice), "");
+    EXPECT_EQ(choice.backend->OpenDrvr(), 4711);
+}
+
 TEST_F(DriverChoiceTest, NoOtherFolderIsSearched) {
     // A bare name that the system's loader would find.
     const DriverChoice choice = ChooseDriver("libc.so.6", folder.path());

@@ -181,11 +181,13 @@ TEST(DriverWrapper, KeepsTheLastUsablePeriod) {
 TEST(DriverWrapper, HeldDataKeepTheirOwnPeriod) {
     ScriptedInstrument instrument;
     auto& period = instrument.script.samplePeriod;
-    period.Then({1e-3F, kNaN, 0, 0});
+    period.Then({1e-3F, kNaN, 0, 0, 5e-6F, 0});
     instrument.driver.GetSamplePeriod(true, 0);
     EXPECT_EQ(instrument.driver.GetSamplePeriod(false, 4e-6), 4e-6F);
     EXPECT_EQ(instrument.driver.GetSamplePeriod(false, 0), 1e-3F);
     EXPECT_EQ(instrument.driver.GetSamplePeriod(true, 0), 1e-3F);
+    EXPECT_EQ(instrument.driver.GetSamplePeriod(false, 4e-6), 5e-6F);
+    EXPECT_EQ(instrument.driver.GetSamplePeriod(true, 0), 1e-3F) << "what was held is not what runs";
 }
 
 TEST(DriverWrapper, RescaledSamplesAreNumbers) {

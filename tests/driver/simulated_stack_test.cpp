@@ -454,6 +454,29 @@ TEST_F(SimulatedStack, RollCountsAndReadsWhatIsThere) {
     EXPECT_NEAR(Highest(record), 2 * kStepsPerVolt, 8);
 }
 
+TEST_F(SimulatedStack, WaitingMemoryHoldsThePartBeforeTheTrigger) {
+    // Half a period is 25 s, 625 samples, a quarter of a second of the clock.
+    Open("speed = 100\n" + Module("signal = square frequency=0.02Hz amplitude=1V"));
+    SetTimebase(10, 400000);
+    driver->SetPreTrigDepth(1, 0.1F);
+    std::vector<float> rolled(kSampleRow + 1);
+    for (int repeat = 0; repeat < 2; ++repeat) {
+        // The second time it is armed just behind the edge, so that what comes first is not what stays.
+        Start();
+        EXPECT_TRUE(Until([&] {
+            const bool triggered = driver->GetTriggeredStatus(1) != 0;
+            const int count = driver->GetSamplesSinceTrigger(1);
+            EXPECT_TRUE(triggered || driver->GetTriggeredStatus(1) != 0 || count <= 300) << count;
+            driver->GetBufferIncremental(1, rolled.data(), count, 0);
+            return triggered && count > 310;
+        }));
+        End();
+        const auto record = Row(1);
+        EXPECT_LT(*std::max_element(record.begin(), record.begin() + 300), 0);
+        EXPECT_GT(*std::min_element(record.begin() + 300, record.begin() + 310), 0);
+    }
+}
+
 TEST_F(SimulatedStack, AnEndKeepsTheRecordAsFarAsItGot) {
     // Forty milliseconds a sample, in a hundredth of that.
     Open("speed = 100\n" + Module("signal = square frequency=0.001Hz amplitude=1V level=2V"));

@@ -19,6 +19,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
 #include <QTest>
@@ -116,6 +117,17 @@ void Fill(const Form& form) {
     text("FFTStatsMag", "HORZ: 1250000Hz/div VERT: 3dB/div, Full-scale Ranges:  CH1:±0.3V CH2:±3V");
     text("FFTStatsFreq", "Cursor@ FREQ: 12.50MHz MAG: -12.3dB, CH1: -23.4dB CH2: -45.6dB");
     text("OtherInfoLabel", "Corvantine Ver1.0.0.  DATA ACQUIRED AT: 21/11/2026 14:05:33");
+    for (int i = 0; i < 6; ++i) {
+        const char* lines[] = {
+            "Corvantine",           "loading...", "found 4 x Corvantines", "starting channel 4...",
+            "Detected O.S.: Win ?", "Ver1.0.0"};
+        if (auto* label = form.findChild<QLabel*>(ControlName("Label1", i))) {
+            label->setText(lines[i]);
+        }
+    }
+    if (auto* field = form.findChild<QLineEdit*>("CurrentNullText")) {
+        field->setText("0.3 Volts/Div offset = -1.250 ADC steps");
+    }
     for (auto* combo : form.findChildren<QComboBox*>()) {
         combo->addItems(combo->objectName() == "FFTWindowCombo" ? QStringList{"Rectangular"}
                         : combo->objectName().endsWith("(1)")   ? QStringList{"+", "-", "x", "÷"}

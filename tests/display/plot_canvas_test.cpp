@@ -1,0 +1,208 @@
+#include "display/plot_canvas.h"
+
+#include "controls/colour.h"
+#include "display/draw_plot.h"
+#include "display/plot_scene.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+class PlotCanvasTest : public testing::Test {
+  protected:
+    PlotCanvasTest() {
+        canvas.resize(301, 201);
+        canvas.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&canvas));
+    }
+    void Draw() { DrawPlot(scene.Time(), canvas.Surface(), &canvas); }
+    QLabel* Label(int channel) {
+        return canvas.findChild<QLabel*>(QStringLiteral("ChGroundLabel(%1)").arg(channel));
+    }
+    QWidget* Line() { return canvas.findChild<QWidget*>(QStringLiteral("TriggerLine")); }
+
+    PlotScene scene;
+    PlotCanvas canvas;
+};
+
+TEST_F(PlotCanvasTest, RasterHasThePixelsOfTheScreen) {
+    const double ratio = canvas.devicePixelRatioF();
+    EXPECT_EQ(canvas.Image().width(), std::ceil(301 * ratio));
+    EXPECT_EQ(canvas.Image().height(), std::ceil(201 * ratio));
+    EXPECT_EQ(canvas.Surface().PixelRatio(), ratio);
+    canvas.Surface().SetPixelScale();
+    EXPECT_EQ(canvas.Surface().ScaleWidth(), canvas.Image().width());
+}
+
+TEST_F(PlotCanvasTest, ShowsEachPixelOfItsRasterOnOneOfTheScreen) {
+    scene.FillWithEverything();
+    DrawPlot(scene.Time(), canvas.Surface(), nullptr); // labels stay hidden
+    const QImage shown = canvas.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QImage raster = canvas.Image();
+    // At a broken scale the widget may end within the last pixel.
+    ASSERT_NEAR(shown.width(), raster.width(), 1);
+    ASSERT_NEAR(shown.height(), raster.height(), 1);
+    for (int y = 0; y < std::min(shown.height(), raster.height()); ++y) {
+        for (int x = 0; x < std::min(shown.width(), raster.width()); ++x) {
+            ASSERT_EQ(shown.pixel(x, y), raster.pixel(x, y)) << x << ", " << y;
+        }
+    }
+}
+
+TEST_F(PlotCanvasTest, HasLettersAndALineAsCompanions) {
+    const QString letters = QStringLiteral("ABCDRS");
+    for (int channel = 1; channel <= kAllChannels; ++channel) {
+        ASSERT_NE(Label(channel), nullptr);
+        EXPECT_EQ(Label(channel)->text(), letters.mid(channel - 1, 1));
+        EXPECT_TRUE(Label(channel)->isHidden());
+        EXPECT_FALSE(Label(channel)->autoFillBackground());
+    }
+    ASSERT_NE(Line(), nullptr);
+    EXPECT_TRUE(Line()->isHidden());
+}
+
+TEST_F(PlotCanvasTest, LabelsStandAtTheirGround) {
+    scene.record.ChannelOn[2] = scene.record.ChannelOn[3] = scene.record.ChannelOn[6] = true;
+    scene.record.ChannelInvert[3] = true;
+    scene.record.ChannelOffsetPercent[2] = 50;
+    scene.record.ChannelOffsetPercent[3] = 50;
+    scene.record.ChannelOffsetPercent[6] = -50;
+    Draw();
+    EXPECT_TRUE(Label(1)->isHidden());
+    EXPECT_FALSE(Label(2)->isHidden());
+    EXPECT_FALSE(Label(6)->isHidden());
+    EXPECT_EQ(Label(2)->x(), 0);
+    EXPECT_NEAR(Label(2)->y(), 201 / 4.0, 1.5);
+    EXPECT_EQ(Label(3)->text(), "c");
+    EXPECT_NEAR(Label(3)->y() + Label(3)->height(), 201 * 3 / 4.0, 1.5); // ends above its line, mirrored
+    EXPECT_NEAR(Label(6)->y(), 201 * 3 / 4.0, 1.5);
+    EXPECT_EQ(Label(2)->palette().color(QPalette::WindowText), ToQColor(scene.record.ChannelColour[2]));
+    scene.record.ChannelInvert[3] = false;
+    scene.record.ChannelOn[2] = false;
+    Draw();
+    EXPECT_EQ(Label(3)->text(), "C");
+    EXPECT_TRUE(Label(2)->isHidden());
+}
+
+TEST_F(PlotCanvasTest, LabelsAreOnlyTouchedWhenSomethingChanged) {
+    scene.FillWithEverything();
+    Draw();
+    struct Watch : QObject {
+        bool eventFilter(QObject*, QEvent* event) override {
+            const auto type = event->type();
+            changes += type == QEvent::Move || type == QEvent::Resize || type == QEvent::PaletteChange ||
+                               type == QEvent::Show || type == QEvent::Hide || type == QEvent::UpdateRequest
+                           ? 1
+                           : 0;
+            return false;
+        }
+        int changes = 0;
+    } watch;
+    for (int channel = 1; channel <= kAllChannels; ++channel) {
+        Label(channel)->installEventFilter(&watch);
+    }
+    Line()->installEventFilter(&watch);
+    Draw();
+    EXPECT_EQ(watch.changes, 0);
+    scene.record.ChannelOffsetPercent[1] = 33;
+    Draw();
+    EXPECT_EQ(watch.changes, 1);
+}
+
+TEST_F(PlotCanvasTest, TriggerLineRunsAtTheLevel) {
+    scene.TriggerLevel = 50;
+    Line()->show();
+    Draw();
+    EXPECT_NEAR(Line()->y(), 201 / 4.0, 1.5);
+    EXPECT_EQ(Line()->x(), 0);
+    EXPECT_NEAR(Line()->width(), 300, 1.5);
+    EXPECT_EQ(Line()->height(), 1);
+    EXPECT_TRUE(Line()->isVisible()); // who shows and hides it is told elsewhere
+}
+
+TEST_F(PlotCanvasTest, MouseSpeaksInTheUserScale) {
+    Draw();
+    QSignalSpy pressed(&canvas, &PlotCanvas::Pressed);
+    QSignalSpy moved(&canvas, &PlotCanvas::Moved);
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, {150, 50});
+    ASSERT_EQ(pressed.size(), 1);
+    EXPECT_EQ(pressed[0][0].value<Qt::MouseButton>(), Qt::LeftButton);
+    EXPECT_NEAR(pressed[0][1].toDouble(), 150 / 301.0 * 3009, 5);
+    EXPECT_NEAR(pressed[0][2].toDouble(), 126 - 50 / 201.0 * 253, 0.5);
+    QTest::mouseClick(&canvas, Qt::RightButton, {}, {1, 1});
+    EXPECT_EQ(pressed[1][0].value<Qt::MouseButton>(), Qt::RightButton);
+    QTest::mouseMove(&canvas, {10, 100});
+    ASSERT_GE(moved.size(), 1);
+    EXPECT_NEAR(moved.back()[2].toDouble(), 0, 1);
+    const QPointF back = canvas.FromUser(canvas.ToUser({33, 44}));
+    EXPECT_NEAR(back.x(), 33, 1e-6);
+    EXPECT_NEAR(back.y(), 44, 1e-6);
+}
+
+TEST_F(PlotCanvasTest, AWarningIsPrintedOverTheFinishedPicture) {
+    Draw();
+    const QImage before = canvas.Image();
+    canvas.SetCurrent(0, 0);
+    EXPECT_EQ(canvas.CurrentX(), 0);
+    canvas.Print(QStringLiteral("WARNING: CH1"));
+    EXPECT_NE(canvas.Image(), before);
+    EXPECT_LT(canvas.CurrentY(), 0); // the next line, and y grows upwards
+    Draw();
+    EXPECT_EQ(canvas.Image(), before);
+}
+
+TEST_F(PlotCanvasTest, ResizeMakesANewRasterAndSaysSo) {
+    Draw();
+    QSignalSpy resized(&canvas, &PlotCanvas::Resized);
+    canvas.resize(120, 80);
+    EXPECT_EQ(resized.size(), 1);
+    EXPECT_EQ(canvas.Image().width(), std::ceil(120 * canvas.devicePixelRatioF()));
+    EXPECT_GT(canvas.Surface().ScaleHeight(), 0); // pixel scale, so that a minimised canvas is known
+    for (const QSize size : {QSize(1, 1), QSize(1, 90), QSize(90, 1), QSize(0, 0)}) {
+        canvas.resize(size);
+        Draw();
+        const QImage picture = canvas.Image();
+        QImage empty(picture.size(), QImage::Format_RGB32);
+        empty.fill(Qt::black);
+        EXPECT_EQ(picture, empty);
+    }
+}
+
+TEST_F(PlotCanvasTest, CompanionsMayBeToldAnything) {
+    Draw();
+    for (double value :
+         {std::numeric_limits<double>::infinity(), -1e300, 1e18, std::numeric_limits<double>::quiet_NaN()}) {
+        canvas.GroundLabelLeft(1, value);
+        canvas.GroundLabelTop(2, value);
+        canvas.TriggerLine(0, value, value, value);
+    }
+    EXPECT_LT(std::abs(Label(1)->x()), 40000);
+    EXPECT_LT(std::abs(Line()->y()), 40000);
+}
+
+TEST_F(PlotCanvasTest, FontOfTheCanvasIsThatOfTextsAndLabels) {
+    const int before = Label(1)->height();
+    const double text = canvas.Surface().TextWidth(QStringLiteral("t1@"));
+    QFont font = canvas.font();
+    font.setPixelSize(40);
+    canvas.setFont(font);
+    EXPECT_GT(Label(1)->height(), before);
+    EXPECT_GT(canvas.Surface().TextWidth(QStringLiteral("t1@")), text);
+}
+
+TEST(PlotCanvasMaker, BuildsTheCanvasRowsOfAForm) {
+    FormDesign design;
+    design.name = QStringLiteral("Corvantine_Form");
+    design.size = {400, 300};
+    ControlDesign row{.kind = ControlKind::Canvas, .name = "MainPlotCanvas"};
+    row.place = {10, 10, 357, 240};
+    design.controls.push_back(row);
+    Form form(design, nullptr, kPlotCanvas);
+    EXPECT_EQ(form.control<PlotCanvas>("MainPlotCanvas")->size(), QSize(357, 240));
+}
+
+} // namespace
