@@ -78,14 +78,20 @@ template <class T> T* Captioned(const ControlDesign& row, QWidget* parent) {
 
 QWidget* MakeCombo(const ControlDesign& row, QWidget* parent) {
     auto* combo = new QComboBox(parent);
+    for (const auto& [key, value] : row.properties) {
+        if (QLatin1String(key) == QLatin1String("items")) {
+            combo->addItems(value.toStringList());
+        }
+    }
     SetColours(combo, row.back, row.fore);
     return combo;
 }
 
-/// The custom controls take their properties in one go, in the order that they need.
+/// Custom controls take their properties in one go, in the order that they need; pictures and lists make
+/// something else of them.
 bool ReadsDesignKeys(ControlKind kind) {
     return kind == ControlKind::Knob || kind == ControlKind::Button || kind == ControlKind::Slider ||
-           kind == ControlKind::HyperLink || kind == ControlKind::Picture;
+           kind == ControlKind::HyperLink || kind == ControlKind::Picture || kind == ControlKind::ComboBox;
 }
 
 QWidget* MakePicture(const ControlDesign& row, QWidget* parent, const FormDesign& form) {
