@@ -22,7 +22,7 @@ double Edge(double samples) {
                    (std::cos(kRinging * samples) + std::sin(kRinging * samples) / (kRinging * kDecay));
 }
 
-/// Deterministic and cheap; the sum of two even spreads, some 0.6 steps RMS.
+/// Deterministic and cheap; the sum of two even spreads, some 0.4 steps RMS.
 class Noise {
   public:
     Noise(int channel, int phase)
@@ -34,7 +34,7 @@ class Noise {
         state_ ^= state_ >> 17;
         state_ ^= state_ << 5;
         const auto sum = static_cast<std::int32_t>((state_ & 0xFFFFU) + (state_ >> 16));
-        return static_cast<float>(sum - 0xFFFF) * (1.5F / 65536);
+        return static_cast<float>(sum - 0xFFFF) * (1.0F / 65536);
     }
 
   private:

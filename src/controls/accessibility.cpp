@@ -11,6 +11,17 @@
 
 namespace {
 
+/// A control that is hidden by its own property keeps its widget shown: the mouse still reaches it.
+QAccessible::State StateOf(const QWidget& control, QAccessible::State state) {
+    for (const char* name : {"ButtonVisible", "SliderVisible", "KnobVisible"}) {
+        const QVariant visible = control.property(name);
+        if (visible.isValid() && !visible.toBool()) {
+            state.invisible = true;
+        }
+    }
+    return state;
+}
+
 QAccessibleInterface* MakeButton(ButtonControl1* button) {
     return new AccessiblePressControl(
         button, QAccessible::Button,
@@ -88,10 +99,13 @@ QString SpokenName(const QWidget& control, const QString& caption) {
 }
 
 void AnnounceValue(QWidget& control, double value) {
-    if (QAccessible::isActive()) {
-        QAccessibleValueChangeEvent event(&control, value);
-        QAccessible::updateAccessibility(&event);
-    }
+    QAccessibleValueChangeEvent event(&control, value);
+    QAccessible::updateAccessibility(&event);
+}
+
+void AnnounceName(QWidget& control) {
+    QAccessibleEvent event(&control, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&event);
 }
 
 AccessibleValueControl::AccessibleValueControl(QWidget* control, QAccessible::Role role, ValueAccess access)
@@ -106,6 +120,10 @@ QString AccessibleValueControl::text(QAccessible::Text what) const {
     default:
         return QAccessibleWidget::text(what);
     }
+}
+
+QAccessible::State AccessibleValueControl::state() const {
+    return StateOf(*widget(), QAccessibleWidget::state());
 }
 
 void* AccessibleValueControl::interface_cast(QAccessible::InterfaceType type) {
@@ -145,6 +163,13 @@ AccessiblePressControl::AccessiblePressControl(QWidget* control, QAccessible::Ro
 
 QString AccessiblePressControl::text(QAccessible::Text what) const {
     return what == QAccessible::Name ? SpokenName(*widget(), caption_()) : QAccessibleWidget::text(what);
+}
+
+QAccessible::State AccessiblePressControl::state() const {
+    QAccessible::State state = StateOf(*widget(), QAccessibleWidget::state());
+    const auto* button = qobject_cast<const ButtonControl1*>(widget());
+    state.pressed = button != nullptr && button->Pressed();
+    return state;
 }
 
 QStringList AccessiblePressControl::actionNames() const {

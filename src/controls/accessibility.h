@@ -12,8 +12,11 @@ void InstallAccessibility();
 /// name as words ("HorizPanSlider" gives "Horiz Pan Slider").
 QString SpokenName(const QWidget& control, const QString& caption = {});
 
-/// Tells listeners that a control's value has changed. Costs nothing while nobody listens.
+/// Tells listeners that a control's value has changed.
 void AnnounceValue(QWidget& control, double value);
+
+/// Tells listeners that what a control is called has changed.
+void AnnounceName(QWidget& control);
 
 /// How the value of a control is read and set from outside.
 struct ValueAccess {
@@ -31,6 +34,7 @@ class AccessibleValueControl : public QAccessibleWidget, public QAccessibleValue
     AccessibleValueControl(QWidget* control, QAccessible::Role role, ValueAccess access);
 
     QString text(QAccessible::Text what) const override;
+    QAccessible::State state() const override;
     void* interface_cast(QAccessible::InterfaceType type) override;
 
     QVariant currentValue() const override;
@@ -50,6 +54,7 @@ class AccessiblePressControl : public QAccessibleWidget {
                            std::function<void()> press);
 
     QString text(QAccessible::Text what) const override;
+    QAccessible::State state() const override;
     QStringList actionNames() const override;
     void doAction(const QString& actionName) override;
 

@@ -1,5 +1,6 @@
 #include "controls/button_control.h"
 
+#include "controls/accessibility.h"
 #include "controls/button_painting.h"
 #include "controls/design_keys.h"
 #include "controls/symbol_font.h"
@@ -75,7 +76,11 @@ void ButtonControl1::SetButtonCaptionNudgeY(int value) {
 }
 
 void ButtonControl1::SetButtonCaption(const QString& value) {
+    const bool differs = ButtonCaption_ != value;
     ButtonCaption_ = value;
+    if (differs) {
+        AnnounceName(*this);
+    }
     RequestPaint();
 }
 

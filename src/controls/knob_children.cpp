@@ -49,6 +49,8 @@ KnobChildren::KnobChildren(QWidget& knob)
     KnobValueTextbox->setFrame(false);
     KnobValueTextbox->setAlignment(Qt::AlignHCenter);
     ZeroButton->resize(kZeroButtonSize);
+    // Of a small knob the pointer reaches under its corners.
+    ZeroButton->setMask(QRegion(QRect(QPoint(0, 0), kZeroButtonSize), QRegion::Ellipse));
     ZeroButton->setFocusPolicy(Qt::NoFocus);
     ZeroButton->SetButtonFont(InstrumentFont(QStringLiteral("Small Fonts"), 6));
     ZeroButton->SetButtonForeColor(Qt::white);

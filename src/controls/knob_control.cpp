@@ -317,7 +317,7 @@ void KnobControl1::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.drawPixmap(0, 0, still_);
     if (event->region().intersects(PointerBounds(layout_).toAlignedRect())) {
-        DrawKnobPointer(painter, layout_, pointerAngle_);
+        DrawKnobPointer(painter, layout_, pointerAngle_, design_.KnobFillColor);
     }
     if (focus_.Shown()) {
         DrawKnobFocus(painter, layout_);

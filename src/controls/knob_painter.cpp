@@ -20,6 +20,8 @@ constexpr double kPointerGap = 5;
 constexpr double kPointerOuter = 0.95;
 constexpr double kPointerInner = 0.5;
 constexpr double kPointerWidth = 3;
+constexpr double kDarkFace = 0.45; // of 1; on a darker one the black pointer gets a light edge
+constexpr int kPointerEdge = 80;   // of 255
 constexpr double kFocusReach = 4;
 constexpr int kLight =
     26; // of 255, what the light adds to the face at the upper left and takes at the lower right
@@ -111,15 +113,21 @@ void DrawKnobFace(QPainter& painter, const KnobDesign& design, const KnobLayout&
     DrawZeroButtonEdge(painter, design, layout);
 }
 
-void DrawKnobPointer(QPainter& painter, const KnobLayout& layout, double angle) {
+void DrawKnobPointer(QPainter& painter, const KnobLayout& layout, double angle, const QColor& fill) {
     const double reach = layout.Radius - kPointerGap;
     if (reach <= 0) {
         return;
     }
     painter.setRenderHint(QPainter::Antialiasing);
+    const QLineF line(knob::PointAt(layout.drawnCentre(), kPointerOuter * reach, angle),
+                      knob::PointAt(layout.drawnCentre(), kPointerInner * reach, angle));
+    if (fill.lightnessF() < kDarkFace) {
+        painter.setPen(
+            QPen(QColor(255, 255, 255, kPointerEdge), kPointerWidth + 1.5, Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(line);
+    }
     painter.setPen(QPen(Qt::black, kPointerWidth, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLine(knob::PointAt(layout.drawnCentre(), kPointerOuter * reach, angle),
-                     knob::PointAt(layout.drawnCentre(), kPointerInner * reach, angle));
+    painter.drawLine(line);
 }
 
 QRectF PointerBounds(const KnobLayout& layout) {

@@ -10,8 +10,8 @@ struct KnobDesign;
 /// The parts that stand still: back, label's back, circle, tick marks and the machined groove.
 void DrawKnobFace(QPainter& painter, const KnobDesign& design, const KnobLayout& layout);
 
-/// `KnobIndicator`, three pixels wide, at that angle.
-void DrawKnobPointer(QPainter& painter, const KnobLayout& layout, double angle);
+/// `KnobIndicator`, three black pixels wide, at that angle of a circle filled with that colour.
+void DrawKnobPointer(QPainter& painter, const KnobLayout& layout, double angle, const QColor& fill);
 
 /// What the pointer can touch.
 QRectF PointerBounds(const KnobLayout& layout);

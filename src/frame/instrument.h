@@ -7,6 +7,8 @@
 #include "acquisition/trigger.h"
 #include "analysis/measurement_window.h"
 #include "channels/channel_tab.h"
+#include "channels/offset_null.h"
+#include "display/large_time_window.h"
 #include "display/plotter.h"
 #include "driver/driver.h"
 #include "frame/debug_log.h"
@@ -54,6 +56,8 @@ struct Instrument {
     std::unique_ptr<Plotter> plotter;
     std::unique_ptr<RunLoop> runLoop;
     std::unique_ptr<MeasurementWindow> measurements;
+    std::unique_ptr<OffsetNullDialog> offsetNull;
+    std::unique_ptr<LargeTimeWindow> largeTime;
     std::unique_ptr<Trigger> trigger;
     std::unique_ptr<Timebase> timebase;
     std::unique_ptr<HorizontalTab> horizontalTab;
@@ -71,5 +75,7 @@ struct Instrument {
     void ConnectChannels();
     void ConnectFace();
     void ConnectMeasurements();
+    void ConnectPlotWindows();
+    QString DataStamp() const;
     void ConnectSettings();
 };

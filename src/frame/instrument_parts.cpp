@@ -1,7 +1,9 @@
+#include "about/device_list.h"
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
 #include "display/plot_canvas.h"
+#include "frame/helpers.h"
 #include "frame/instrument.h"
 #include "frame/shut_down.h"
 
@@ -14,6 +16,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QUrl>
+#include <QWindow>
 
 // The parts of the instrument, each with the controls that it reads and the calls that it makes. All are
 // made before any is connected, so that no signal meets half an instrument.
@@ -38,6 +41,7 @@ void Instrument::ConnectParts() {
     ConnectFace();
     ConnectChannels();
     ConnectMeasurements();
+    ConnectPlotWindows();
     ConnectAcquisition();
     ConnectSettings();
 
@@ -87,12 +91,43 @@ void Instrument::ConnectDisplay() {
     plotOn(controls.HorizZoomKnob, &KnobControl1::Change);
     plotOn(controls.VertPanSlider, &SliderControl1::Change);
     plotOn(controls.HorizPanSlider, &SliderControl1::Change);
+}
 
+QString Instrument::DataStamp() const {
+    return MakeDataStamp(about::VersionText(), QDateTime::currentDateTime());
+}
+
+void Instrument::ConnectPlotWindows() {
+    LargeTimeWindow::Controls controls{.TimeBaseKnob = forms.MainForm->control<KnobControl1>("TimeBaseKnob"),
+                                       .VoltsKnob = {}};
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        controls.VoltsKnob[channel] = forms.TabForm[channel]->control<KnobControl1>("VoltsKnob");
+    }
+    largeTime = std::make_unique<LargeTimeWindow>(
+        *forms.FullScreenTimeForm, record, controls,
+        LargeTimeWindow::Calls{.PlotNow = [this] { plotter->PlotNow(); },
+                               .MakeDataStamp = [this] { return DataStamp(); }});
     auto* large = forms.FullScreenTimeForm->control<PlotCanvas>("Canvas");
     plotter->SetLargeTimePlot({.Open = [this] { return shell->FullScreenOn; },
                                .Surface = [large]() -> Canvas& { return large->Surface(); },
                                .Companions = [large]() -> PlotCompanions* { return large; },
-                               .RefreshAppInfo = [] {}});
+                               .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); }});
+
+    // The spectrum window shows its traces; its read-outs have no part yet.
+    Form* spectrum = forms.FFTForm.get();
+    auto* canvas = spectrum->control<PlotCanvas>("Canvas");
+    QObject::connect(canvas, &PlotCanvas::Pressed, spectrum, [spectrum](Qt::MouseButton button) {
+        if (button == Qt::LeftButton && spectrum->windowHandle() != nullptr) {
+            spectrum->windowHandle()->startSystemMove();
+        }
+    });
+    plotter->SetSpectrumPlot({.Surface = [canvas]() -> Canvas& { return canvas->Surface(); },
+                              .RefreshAppInfo = [this, info = spectrum->control<QLabel>(
+                                                           "OtherInfoLabel")] { info->setText(DataStamp()); },
+                              .Canvas_UpdateStats = [] {},
+                              .Visible = [spectrum] { return spectrum->isVisible(); },
+                              .Show = [spectrum] { spectrum->show(); },
+                              .Hide = [spectrum] { spectrum->hide(); }});
 }
 
 PerChannel<const ChannelScale*> Instrument::Scales() const {
@@ -158,7 +193,7 @@ void Instrument::ConnectAcquisition() {
             .TrigModeButton_Click = [this] { trigger->TrigModeButton_Click(); },
             .MoveVertCursorHandle = [](int, double) {},
             .PlotNow = plotNow,
-            .RedrawSettings = [] {},
+            .RedrawSettings = [this] { largeTime->RedrawSettings(); },
             .SkinColourAt = [this](const QWidget* control) { return skins->SkinColourAt(*control); }});
 
     RunLoop::Controls loopControls{.RunTimer = runTimer,
@@ -186,9 +221,9 @@ void Instrument::ConnectChannels() {
     const Form& main = *forms.MainForm;
     const ChannelTab::Calls calls{
         .PlotNow = [this] { plotter->PlotNow(); },
-        .RedrawSettings = [] {},
+        .RedrawSettings = [this] { largeTime->RedrawSettings(); },
         .SetStatsVisible = [this](int channel, bool visible) { measurements->SetVisible(channel, visible); },
-        .PointNullDialog = [](int, int) {},
+        .PointNullDialog = [this](int channel, int range) { offsetNull->PointAt(channel, range); },
         .ShowNullDialog = [this] { forms.OffsetNullForm->show(); },
         .HideNullDialog = [this] { forms.OffsetNullForm->hide(); },
         .RaiseMainAndStats = [] {},
@@ -200,6 +235,11 @@ void Instrument::ConnectChannels() {
             *forms.TabForm[channel], record, driver, settings, *main.timer("IDTimer"),
             main.control<PlotCanvas>("MainPlotCanvas")->Surface(), std::move(own));
     }
+    OffsetNullDialog::Scales scales;
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        scales[channel] = channelTabs[channel].get();
+    }
+    offsetNull = std::make_unique<OffsetNullDialog>(*forms.OffsetNullForm, record, scales);
     horizontalTab = std::make_unique<HorizontalTab>(
         record, settings,
         HorizontalTab::Controls{.UpdateRateSlider =

@@ -54,6 +54,13 @@ void ShapeByMask(QWidget* window, const QRegion* shape) {
         window->setMask(shape->isEmpty() ? QRegion(-2, -2, 1, 1) : *shape);
     }
     window->update();
+    QEvent changed(ShapeChangedEvent());
+    QCoreApplication::sendEvent(window, &changed);
+}
+
+QEvent::Type ShapeChangedEvent() {
+    static const int type = QEvent::registerEventType();
+    return static_cast<QEvent::Type>(type);
 }
 
 cDIBSectionRegion::cDIBSectionRegion(DebugLog& log, ShapeWindow shape)

@@ -2,6 +2,7 @@
 
 #include "frame/record.h"
 
+#include <QEvent>
 #include <QPointer>
 #include <QRegion>
 #include <QString>
@@ -24,8 +25,10 @@ struct RegionError {
 using ShapeWindow = std::function<void(QWidget* window, const QRegion* shape)>;
 
 /// Shapes a window by its mask. The toolkit takes an empty mask for none at all, so an empty shape becomes a
-/// mask beside the window, which shows nothing of it.
+/// mask beside the window, which shows nothing of it. The window is told by a ShapeChangedEvent, so that
+/// whatever carries it can follow.
 void ShapeByMask(QWidget* window, const QRegion* shape);
+QEvent::Type ShapeChangedEvent();
 
 /// A window outline built from a picture, and the windows that it is applied to.
 class cDIBSectionRegion {

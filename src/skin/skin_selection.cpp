@@ -117,8 +117,11 @@ void SkinSelection::ListSkins() {
     controls_.SkinColourList->setCurrentRow(files.isEmpty() ? -1 : 0);
     for (int i = 0; i < files.size() && controls_.Image1->Image().isNull(); ++i) {
         const QString file = skins.filePath(files[i]);
-        controls_.Image1->SetPicture(QPixmap::fromImage(LoadSkinBitmap(file)));
-        controls_.Image1->SetDrawing(FineSkinDrawing(file, controls_.Image1->Image()));
+        const QImage skin = LoadSkinBitmap(file);
+        if (!skin.isNull()) {
+            controls_.Image1->SetPicture(QPixmap::fromImage(skin));
+            controls_.Image1->SetDrawing(FineSkinDrawing(file, controls_.Image1->Image()));
+        }
     }
 }
 

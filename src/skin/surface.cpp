@@ -166,6 +166,9 @@ bool Surface::eventFilter(QObject* watched, QEvent* event) {
         }
         return false;
     }
+    if (event->type() == ShapeChangedEvent()) {
+        OutlineChanged();
+    }
     switch (event->type()) {
     case QEvent::Move:
     case QEvent::Resize:

@@ -59,6 +59,26 @@ TEST_F(Accessibility, PressingAButtonFromOutsideRaisesClick) {
     EXPECT_EQ(clicks.take(), 0);
 }
 
+TEST_F(Accessibility, AHiddenControlIsTold) {
+    ButtonControl1 button;
+    SliderControl1 slider;
+    button.show();
+    slider.show();
+    EXPECT_FALSE(Of(button)->state().invisible);
+    EXPECT_FALSE(Of(slider)->state().invisible);
+    button.SetButtonVisible(false);
+    slider.SetSliderVisible(false);
+    EXPECT_TRUE(Of(button)->state().invisible);
+    EXPECT_TRUE(Of(slider)->state().invisible);
+}
+
+TEST_F(Accessibility, APressedButtonIsTold) {
+    ButtonControl1 button;
+    EXPECT_FALSE(Of(button)->state().pressed);
+    QTest::keyPress(&button, Qt::Key_Space);
+    EXPECT_TRUE(Of(button)->state().pressed);
+}
+
 TEST_F(Accessibility, ASliderTellsAndTakesItsValue) {
     SliderControl1 slider;
     slider.setObjectName(QStringLiteral("HorizPanSlider"));

@@ -140,6 +140,7 @@ TEST(KnobStops, ReturnsThePositionUnchanged) {
     ExpectHeld(Hold(1.0F, kDown, kFree), 1.0F, kFree);
     ExpectHeld(Hold(0.7F, kUp, kHigh, false), 0.7F, kHigh); // no drag
     ExpectHeld(Hold(0.7F, kUp, kLow, false), 0.7F, kLow);
+    ExpectHeld(Hold(1.0F, kUp, kLow, false), 1.0F, kLow);
 }
 
 TEST(KnobStops, TheDeadArcSticksAtTheEndThatItWasEnteredFrom) {

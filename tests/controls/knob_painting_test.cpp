@@ -40,10 +40,10 @@ class Face {
         painter.scale(kScale, kScale);
         DrawKnobFace(painter, design, layout);
     }
-    void pointer(double angle) {
+    void pointer(double angle, const QColor& fill = Qt::lightGray) {
         QPainter painter(&image);
         painter.scale(kScale, kScale);
-        DrawKnobPointer(painter, layout, angle);
+        DrawKnobPointer(painter, layout, angle, fill);
     }
     /// Invalid beyond the control, which cuts the smallest knobs off below.
     QColor colour(QPointF at) const {
@@ -189,6 +189,18 @@ TEST(KnobFace, ThePointerIsABlackLineOfThreePixels) {
     EXPECT_NE(Name(face.colour(middle - QPointF(1.6, 0))), "black");
 }
 
+TEST(KnobFace, OnADarkFaceThePointerHasALightEdge) {
+    KnobDesign design = Grey();
+    design.KnobFillColor = QColor(40, 40, 40);
+    Face face(design);
+    const QPointF edge =
+        knob::PointAt(face.layout.drawnCentre(), 0.75 * (face.layout.Radius - 5), 90) + QPointF(1.8, 0);
+    const int plain = face.colour(edge).lightness();
+    face.pointer(90, design.KnobFillColor);
+    EXPECT_GT(face.colour(edge).lightness(), plain + 30);
+    EXPECT_EQ(face.at(0.75 * (face.layout.Radius - 5), 90), "black");
+}
+
 TEST(KnobFace, ThePointerStaysWithinItsBounds) {
     for (const KnobInstance& k : KnobInstances()) {
         const KnobLayout layout = LayOutKnob({k.size, k.align, 13, 20, {7, 7}});
@@ -197,7 +209,7 @@ TEST(KnobFace, ThePointerStaysWithinItsBounds) {
             image.fill(Qt::white);
             {
                 QPainter painter(&image);
-                DrawKnobPointer(painter, layout, angle);
+                DrawKnobPointer(painter, layout, angle, Qt::black);
                 painter.fillRect(PointerBounds(layout).toAlignedRect(), Qt::white);
             }
             QImage blank(k.size, QImage::Format_ARGB32_Premultiplied);

@@ -303,6 +303,16 @@ TEST_F(KnobStateTest, ReleaseAfterADragRaisesChangeThenDone) {
     EXPECT_FALSE(state.Stuck().any());
 }
 
+TEST_F(KnobStateTest, ReleaseLetsGoOfAStop) {
+    drag(200);
+    move(290);
+    EXPECT_TRUE(state.Stuck().StuckHigh);
+    state.MouseRelease();
+    EXPECT_FALSE(state.Stuck().any());
+    drag(60);
+    EXPECT_EQ(state.KnobValue(), 22);
+}
+
 TEST_F(KnobStateTest, RoundsToTheNearestIntegerWithTiesToEven) {
     design.KnobStartAngle = -90;
     design.KnobStopAngle = 90;

@@ -16,6 +16,7 @@ class InstrumentTest : public testing::Test {
     void SetUp() override { ASSERT_TRUE(folder.isValid()); }
 
     void Prepare(int modules, const char* commandLine = "") {
+        instrument.reset();
         scripted = std::make_unique<ScriptedInstrument>(modules, ScriptedInstrument::State::BeforeStartUp);
         record = std::make_unique<Record>();
         Environment environment;

@@ -238,3 +238,56 @@ TEST_F(StartUpTest, AClosePressedInsideATickEndsTheTickWithoutAnotherCall) {
     EXPECT_THAT(script().calls, ElementsAre("Close(1)", "Close(2)", "CloseDrvr(77)"));
     EXPECT_THAT(script().violations, IsEmpty());
 }
+
+TEST_F(StartUpTest, AFolderThatCannotBeWrittenCostsOnlyTheLog) {
+    folder.remove(); // even root cannot write where there is no folder
+    Start(1, "DEBUG");
+    ASSERT_THAT(shown, SizeIs(1));
+    EXPECT_TRUE(
+        shown[0].startsWith(QStringLiteral("Warning:  failed to open Corvantinelog.txt for writing/append\n"
+                                           "DEBUG output will be discarded\n")));
+    EXPECT_TRUE(record->Running);
+    EXPECT_EQ(LabelText(instrument->forms.MainForm, "DemoLabel"), QStringLiteral("DEBUG MODE !"));
+}
+
+TEST_F(StartUpTest, WithoutSkinsThePanelWorksAndTheSkinButtonIsGone) {
+    Start(0);
+    EXPECT_FALSE(instrument->forms.MainForm->control<QWidget>("SkinColourImage")->isVisible());
+    EXPECT_TRUE(instrument->forms.MainForm->control<QWidget>("RunButton")->isVisible());
+    EXPECT_TRUE(instrument->forms.MainForm->control<QWidget>("TimeBaseKnob")->isVisible());
+}
+
+TEST_F(StartUpTest, ADriverThatClaimsFourModulesButOpensNoneRunsOn) {
+    Prepare(4);
+    for (auto& module : script().modules) {
+        module.opens = 0;
+    }
+    StartUp(*instrument);
+    EXPECT_EQ(LabelText(instrument->forms.SplashForm.get(), "Label1", 2),
+              QStringLiteral("found 0 x Corvantines"));
+    EXPECT_EQ(LabelText(instrument->forms.MainForm, "DemoLabel"), QStringLiteral("No Scopes In Use !"));
+    instrument->runLoop->RunTimer_Timer();
+    EXPECT_FALSE(record->DemoMode);
+}
+
+TEST_F(StartUpTest, SettingsOfAForcedModuleAreItsOwn) {
+    Start(4, "/MIS5:2");
+    instrument->forms.MainForm->control<KnobControl1>("TimeBaseKnob")->SetKnobValue(12);
+    ShutDown(*instrument);
+    Start(4);
+    EXPECT_EQ(instrument->forms.MainForm->control<KnobControl1>("TimeBaseKnob")->KnobValue(), 7);
+    ShutDown(*instrument);
+    Start(4, "/MIS5:2");
+    EXPECT_EQ(instrument->forms.MainForm->control<KnobControl1>("TimeBaseKnob")->KnobValue(), 12);
+}
+
+TEST_F(StartUpTest, ASavedDelayIsWorthTheRecordThatRuns) {
+    Start(1);
+    auto* delay = instrument->forms.TabForm[kHorzTab]->control<KnobControl1>("DelayKnob");
+    delay->SetKnobValue(-32768 + 1000);
+    ShutDown(*instrument);
+    Start(1);
+    // 1000 samples of 20 ns, not of the one second that stands for a record not yet taken
+    EXPECT_NEAR(record->TriggerDelay, 1000 * 20e-9, 1e-9);
+    EXPECT_NEAR(script().settings[1].delay, 1000 * 20e-9, 1e-9);
+}

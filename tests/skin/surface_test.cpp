@@ -134,7 +134,6 @@ TEST_F(SurfaceParts, MaskFollowsMovesShapesAndVisibility) {
     Settle();
     EXPECT_FALSE(surface.mask().contains(QPoint(419, 100)));
     ShapeByMask(face, &faceShape);
-    surface.OutlineChanged();
     Settle();
     EXPECT_FALSE(surface.mask().contains(QPoint(5, 5)));
     EXPECT_EQ(surface.mask(), surface.Outline());
