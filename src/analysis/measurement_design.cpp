@@ -16,6 +16,7 @@ constexpr Column kColumns[] = {
 constexpr int kCursorLeft = 212;
 constexpr int kCursorPitch = 43;
 constexpr int kCursorTitles = 3;
+constexpr int kRowsEnd = 475;
 constexpr int kTop = 3;
 constexpr int kHeight = 17;
 
@@ -43,7 +44,7 @@ ControlDesign Title(int index, QRect place, const QString& caption, const char* 
 FormDesign Build() {
     FormDesign form{.name = "Corvantine_StatsForm",
                     .caption = "Corvantine measurements",
-                    .size = {480, 17 * kScopeChannels + 64},
+                    .size = {477, 17 * kScopeChannels + 64},
                     .back = 0x363230,
                     .ground = "figures"};
     auto& rows = form.controls;
@@ -55,7 +56,9 @@ FormDesign Build() {
     int index = number;
     int left = kCursorLeft;
     for (const char* letter : {"v", "t"}) {
-        const ControlDesign picture = TitlePicture(++number, left, kCursorTitles * kCursorPitch);
+        // The last reaches to the end of the rows.
+        const int width = letter[0] == 't' ? kRowsEnd - left : kCursorTitles * kCursorPitch;
+        const ControlDesign picture = TitlePicture(++number, left, width);
         rows.push_back(picture);
         for (int i = 0; i < kCursorTitles; ++i) {
             rows.push_back(Title(index++, {i * kCursorPitch, 0, kCursorPitch, kHeight},

@@ -63,6 +63,8 @@ void AddSpectrum(std::vector<ControlDesign>& rows) {
     rows.push_back(PanelRotatedLabel("MathLegend", 2, {Geometry::kLeft, kSpectrumTop, kLegend, 96}, "FFT"));
     rows.push_back(PanelCombo("FFTWindowCombo", -1, {kInner, kSpectrumTop + 6, width, 22},
                               "Select the type of spectral window shaping used prior to FFTing the data"));
+    rows.back().properties = {
+        {"items", QStringList{"Rectangular", "Hanning", "Hamming", "Triangular", "Welch!"}}};
     rows.push_back(PanelFrame("Frame1", -1, {kInner, kSpectrumTop + 38, width, PanelFrameHeight(2)},
                               "Select the vertical scale of the spectrum"));
     rows.push_back(PanelOption("FFTPlotType", 0, 0, "Frame1", width, "dB(V) Plot",

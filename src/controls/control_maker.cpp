@@ -72,20 +72,37 @@ QVariantMap Bag(const ControlDesign& row, const char* fill, const char* back, co
 template <class T> T* Captioned(const ControlDesign& row, QWidget* parent) {
     auto* widget = new T(parent);
     widget->setText(row.caption);
+    widget->setBackgroundRole(QPalette::Window); // the buttons among them have another
     SetColours(widget, row.back, row.fore);
     return widget;
 }
 
+/// Of a field with round corners, which stay the panel's.
+void SetFieldColours(QWidget* field, Colour back, Colour fore) {
+    SetColours(field, kNoColour, fore);
+    if (back != kNoColour) {
+        QPalette palette = field->palette();
+        palette.setColor(QPalette::Base, ToQColor(back));
+        field->setPalette(palette);
+    }
+}
+
 QWidget* MakeCombo(const ControlDesign& row, QWidget* parent) {
     auto* combo = new QComboBox(parent);
-    SetColours(combo, row.back, row.fore);
+    for (const auto& [key, value] : row.properties) {
+        if (QLatin1String(key) == QLatin1String("items")) {
+            combo->addItems(value.toStringList());
+        }
+    }
+    SetFieldColours(combo, row.back, row.fore);
     return combo;
 }
 
-/// The custom controls take their properties in one go, in the order that they need.
+/// Custom controls take their properties in one go, in the order that they need; pictures and lists make
+/// something else of them.
 bool ReadsDesignKeys(ControlKind kind) {
     return kind == ControlKind::Knob || kind == ControlKind::Button || kind == ControlKind::Slider ||
-           kind == ControlKind::HyperLink || kind == ControlKind::Picture;
+           kind == ControlKind::HyperLink || kind == ControlKind::Picture || kind == ControlKind::ComboBox;
 }
 
 QWidget* MakePicture(const ControlDesign& row, QWidget* parent, const FormDesign& form) {
@@ -144,13 +161,16 @@ QWidget* MakeWidget(const ControlDesign& row, QWidget* parent, const QFont& font
         return Captioned<QCheckBox>(row, parent);
     case ControlKind::OptionButton:
         return Captioned<QRadioButton>(row, parent);
-    case ControlKind::TextBox:
-        return Captioned<QLineEdit>(row, parent);
+    case ControlKind::TextBox: {
+        auto* text = new QLineEdit(row.caption, parent);
+        SetFieldColours(text, row.back, row.fore);
+        return text;
+    }
     case ControlKind::ComboBox:
         return MakeCombo(row, parent);
     case ControlKind::ListBox: {
         auto* list = new QListWidget(parent);
-        SetColours(list, row.back, row.fore);
+        SetFieldColours(list, row.back, row.fore);
         return list;
     }
     case ControlKind::Line: {

@@ -38,7 +38,8 @@ inline constexpr Colour kNoColour = 0xFF000000;
 
 /// One control of a form: where it stands, what it says, how it looks. Pixels at scale 1, relative to the
 /// parent row (or the form). Extra properties are design keys of the custom controls ("KnobMin"), Qt
-/// properties ("wordWrap") of the others.
+/// properties ("wordWrap") of the others; "drawing" names a picture's art, "items" are the lines of a
+/// ComboBox.
 struct ControlDesign {
     ControlKind kind;
     const char* name;

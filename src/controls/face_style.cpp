@@ -19,6 +19,7 @@ const QColor kFocus(0x1E, 0x50, 0x96);
 
 constexpr int kLamp = 14;
 constexpr int kComboArrow = 14;
+constexpr int kInset = 8; ///< of a check box from the edge of its own ground
 
 QColor Dimmed(QColor colour, const QStyleOption* option) {
     if (!(option->state & QStyle::State_Enabled)) {
@@ -164,7 +165,6 @@ void FaceStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         return;
     case PE_Frame:
         if (widget != nullptr && widget->inherits("QAbstractScrollArea")) {
-            painter->fillRect(option->rect, option->palette.color(QPalette::Window));
             DrawField(*painter, option->rect, option->palette.color(QPalette::Base), option);
             return;
         }
@@ -200,6 +200,14 @@ void FaceStyle::drawControl(ControlElement element, const QStyleOption* option, 
             painter->setClipRect(text);
             painter->drawText(text, Qt::AlignLeft | Qt::AlignVCenter, combo->currentText);
             painter->restore();
+            return;
+        }
+    }
+    if (element == CE_CheckBox && widget != nullptr && widget->autoFillBackground()) {
+        if (const auto* box = qstyleoption_cast<const QStyleOptionButton*>(option)) {
+            QStyleOptionButton inset(*box); // on a ground of its own it does not stick to the edge of it
+            inset.rect.adjust(kInset, 0, 0, 0);
+            QProxyStyle::drawControl(element, &inset, painter, widget);
             return;
         }
     }

@@ -55,6 +55,13 @@ ControlDesign PanelLabel(const char* name, int index, QRect place, const QString
             .properties = {{"alignment", int(alignment)}}};
 }
 
+ControlDesign PanelNote(const char* name, int top, const QString& text) {
+    ControlDesign row = PanelLabel(name, -1, {Geometry::kLeft, top, Geometry::kWidth, 56}, text,
+                                   Qt::AlignLeft | Qt::AlignTop);
+    row.properties.emplace_back("wordWrap", true);
+    return row;
+}
+
 ControlDesign PanelRotatedLabel(const char* name, int index, QRect place, const QString& caption) {
     return {.kind = ControlKind::RotatedLabel,
             .name = name,

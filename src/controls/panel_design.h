@@ -48,6 +48,8 @@ ControlDesign PanelButton(const char* name, int index, QRect place, const QStrin
                           const QString& tip, Colour fill = kSwitchOff, Colour fore = 0xFFFFFF);
 ControlDesign PanelLabel(const char* name, int index, QRect place, const QString& caption,
                          Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter);
+/// A sentence or two across the panel, up to four lines.
+ControlDesign PanelNote(const char* name, int top, const QString& text);
 ControlDesign PanelRotatedLabel(const char* name, int index, QRect place, const QString& caption);
 /// A grouping frame of the panel's colour; its option buttons are rows with its objectName as parent.
 ControlDesign PanelFrame(const char* name, int index, QRect place, const QString& tip);

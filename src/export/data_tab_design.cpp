@@ -30,6 +30,9 @@ FormDesign Build() {
         "SaveDataButton", -1, {Geometry::kLeft + (Geometry::kWidth - 72) / 2, 212, 72, 72}, "save",
         "Click to save the selected channel's data and fft in Excel text format", 0x0000FF));
     form.controls.back().font = kButtonFont;
+    form.controls.push_back(PanelSeparator("Line2", 296));
+    form.controls.push_back(PanelNote(
+        "DataNote", 306, "Every channel goes to a text file of its own, its spectrum to another beside it."));
     form.timers = {{"DoneTimer", 1500, true}};
     return form;
 }

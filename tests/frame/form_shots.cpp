@@ -128,6 +128,15 @@ void Fill(const Form& form) {
     if (auto* field = form.findChild<QLineEdit*>("CurrentNullText")) {
         field->setText("0.3 Volts/Div offset = -1.250 ADC steps");
     }
+    const QColor colours[] = {Qt::yellow, QColor(0x1B, 0xE2, 0xFF), QColor(0xFF, 0x1B, 0xF7),
+                              QColor(0x1B, 0xFF, 0x86)};
+    for (int channel = 1; channel <= 4; ++channel) {
+        if (auto* box = form.findChild<QCheckBox*>(ControlName("SaveCh", channel))) {
+            QPalette palette = box->palette();
+            palette.setColor(QPalette::Window, colours[channel - 1]);
+            box->setPalette(palette);
+        }
+    }
     for (auto* combo : form.findChildren<QComboBox*>()) {
         combo->addItems(combo->objectName() == "FFTWindowCombo" ? QStringList{"Rectangular"}
                         : combo->objectName().endsWith("(1)")   ? QStringList{"+", "-", "x", "÷"}

@@ -318,7 +318,7 @@ TEST(Layout, CaptionsFitTheirControls) {
             const QSizeF room = CaptionRoom(row);
             const QRectF box = metrics.boundingRect(QRectF(QPointF(0, 0), room),
                                                     Qt::TextWordWrap | Qt::AlignLeft, row.caption);
-            const bool wraps = Name(row) == "InstructionsLabel";
+            const bool wraps = Name(row) == "InstructionsLabel" || Name(row).endsWith("Note");
             EXPECT_LE(wraps ? box.width() : metrics.horizontalAdvance(row.caption), room.width() + 0.5)
                 << Where(form, row) << " " << row.caption.toStdString();
             EXPECT_LE(wraps ? box.height() : metrics.height(), room.height() + 0.5) << Where(form, row);
