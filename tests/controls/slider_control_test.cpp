@@ -278,6 +278,15 @@ TEST_F(SliderControl, APressWithoutAMoveStillRaisesChangeAfterTimeout) {
     EXPECT_EQ(changes.take(), 1);
 }
 
+TEST_F(SliderControl, APointerThatHasNotMovedSetsNothing) {
+    Press({100, 5});
+    slider.SetSliderValue(0.9F);
+    Move({100, 5});
+    EXPECT_EQ(slider.SliderValue(), 0.9F);
+    Move({100, 6});
+    EXPECT_FLOAT_EQ(slider.SliderValue(), 92 / 342.0F);
+}
+
 TEST_F(SliderControl, OnlyTheLeftButtonMovesTheThumb) {
     Press({100, 5}, Qt::RightButton);
     Move({200, 5}, Qt::RightButton);
