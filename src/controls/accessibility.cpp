@@ -8,6 +8,7 @@
 #include "controls/symbol_font.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace {
 
@@ -26,9 +27,12 @@ QAccessibleInterface* MakeButton(ButtonControl1* button) {
     return new AccessiblePressControl(
         button, QAccessible::Button,
         [button] {
-            // A picture's character says nothing when it is read out; the tool tip does.
+            // The character of a picture says nothing when it is read out, nor does "?"; the tool tip does.
+            const QString caption = button->ButtonCaption();
             const bool picture = button->ButtonFont().family() == QLatin1String(kSymbolFamily);
-            return picture ? QString() : button->ButtonCaption();
+            const bool word =
+                std::any_of(caption.begin(), caption.end(), [](QChar c) { return c.isLetter(); });
+            return word && !picture ? caption : QString();
         },
         [button] { emit button->Click(); });
 }

@@ -41,6 +41,9 @@ TEST_F(Accessibility, APictureOnAButtonIsReadAsItsToolTip) {
     EXPECT_EQ(Name(button), QStringLiteral("Close Button"));
     button.setToolTip(QStringLiteral("Exit"));
     EXPECT_EQ(Name(button), QStringLiteral("Exit"));
+    button.SetButtonFont(InstrumentFont(QStringLiteral("Arial"), 8.25));
+    button.SetButtonCaption(QStringLiteral("?"));
+    EXPECT_EQ(Name(button), QStringLiteral("Exit"));
     button.setAccessibleName(QStringLiteral("Close the program"));
     EXPECT_EQ(Name(button), QStringLiteral("Close the program"));
 }

@@ -278,6 +278,15 @@ TEST_F(SliderControl, APressWithoutAMoveStillRaisesChangeAfterTimeout) {
     EXPECT_EQ(changes.take(), 1);
 }
 
+TEST_F(SliderControl, APointerThatHasNotMovedSetsNothing) {
+    Press({100, 5});
+    slider.SetSliderValue(0.9F);
+    Move({100, 5});
+    EXPECT_EQ(slider.SliderValue(), 0.9F);
+    Move({100, 6});
+    EXPECT_FLOAT_EQ(slider.SliderValue(), 92 / 342.0F);
+}
+
 TEST_F(SliderControl, OnlyTheLeftButtonMovesTheThumb) {
     Press({100, 5}, Qt::RightButton);
     Move({200, 5}, Qt::RightButton);
@@ -477,6 +486,25 @@ TEST_F(SliderControl, TheLookIsGrooveFrameAndThumb) {
     slider.SetSliderValue(1);
     slider.render(&image, {}, {}, QWidget::RenderFlags());
     EXPECT_EQ(image.pixel(92, 8), qRgb(0, 0, 255));
+}
+
+TEST_F(SliderControl, TheVerticalLookIsTheSameOnItsSide) {
+    slider.resize(16, 100); // groove from x = 5 to 9
+    slider.SetSliderValue(1);
+    QImage image(16, 100, QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    slider.render(&image, {}, {}, QWidget::RenderFlags());
+    const std::vector<QRgb> across = {
+        QColor(Qt::magenta).rgb(), qRgb(0x40, 0x40, 0x40),   qRgb(0, 0, 0), qRgb(0, 0, 0),
+        qRgb(0xC0, 0xC0, 0xC0),    QColor(Qt::magenta).rgb()};
+    for (int i = 0; i < 6; ++i) {
+        EXPECT_EQ(image.pixel(4 + i, 50), across[static_cast<std::size_t>(i)]) << i;
+    }
+    EXPECT_EQ(image.pixel(6, 0), qRgb(0, 0, 0)); // the near end is closed one pixel in
+    EXPECT_EQ(image.pixel(6, 1), qRgb(0x40, 0x40, 0x40));
+    slider.SetSliderValue(0);
+    slider.render(&image, {}, {}, QWidget::RenderFlags());
+    EXPECT_EQ(image.pixel(6, 99), qRgb(0xC0, 0xC0, 0xC0));
 }
 
 TEST(SliderDesignKeys, ReadsTheKeysAndDefaultsForTheRest) {
