@@ -3,6 +3,7 @@
 // of one core that took. Usage: live_run [seconds], 30 unless told.
 
 #include "controls/face_style.h"
+#include "controls/knob_control.h"
 #include "controls/symbol_font.h"
 #include "display/plot_canvas.h"
 #include "driver/driver_choice.h"
@@ -12,11 +13,15 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QMouseEvent>
 #include <QTemporaryDir>
 #include <QThread>
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <ctime>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -58,6 +63,35 @@ class FirstPaint : public QObject {
     const Record& record_;
 };
 
+/// Turns the trigger knob with the pointer and tells how long the picture takes to follow: from each move of
+/// the pointer to the canvas painted with the new level.
+void MeasureKnob(Instrument& instrument, const FirstPaint& canvas) {
+    constexpr int kMoves = 60;
+    auto* knob = instrument.forms.MainForm->control<KnobControl1>("TriggerKnob");
+    const QPointF centre(knob->width() / 2.0, 42);
+    std::vector<double> waits;
+    const auto send = [&](QEvent::Type type, double angle) {
+        const QPointF at = centre + QPointF(-std::cos(angle), -std::sin(angle)) * 22;
+        QMouseEvent event(type, at, knob->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(knob, &event);
+    };
+    send(QEvent::MouseButtonPress, 0.2);
+    for (int i = 0; i < kMoves; ++i) {
+        const int level = knob->KnobValue();
+        const double from = SecondsOf(CLOCK_BOOTTIME);
+        send(QEvent::MouseMove, 0.3 + 0.04 * i);
+        const int paints = canvas.paints;
+        while (knob->KnobValue() != level && canvas.paints == paints) {
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+        waits.push_back((SecondsOf(CLOCK_BOOTTIME) - from) * 1000);
+    }
+    send(QEvent::MouseButtonRelease, 0.3);
+    std::sort(waits.begin(), waits.end());
+    std::printf("from a move of the pointer to the painted picture: median %.1f ms, longest %.1f ms of %d\n",
+                waits[waits.size() / 2], waits.back(), kMoves);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -98,5 +132,6 @@ int main(int argc, char** argv) {
     std::printf("over %.1f s: %.1f plots/s, %.1f paints/s, %.1f %% of one core\n", elapsed,
                 (instrument.acquisition.PassCount - passes) / elapsed, (firstPaint.paints - paints) / elapsed,
                 (SecondsOf(CLOCK_PROCESS_CPUTIME_ID) - cpu) / elapsed * 100);
+    MeasureKnob(instrument, firstPaint);
     return 0;
 }
