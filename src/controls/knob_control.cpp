@@ -45,11 +45,8 @@ KnobControl1::KnobControl1(QWidget* parent) : QWidget(parent), repaint_(*this, k
     Timeout_->setSingleShot(true);
     connect(Timeout_, &QTimer::timeout, this, [this] { state_.Timeout(); });
     children_.KnobValueTextbox->installEventFilter(this);
-    connect(children_.Scroller, &KnobScroller::valueChanged, this, [this](int value) {
-        if (state_.MoveScroller(value)) {
-            children_.ShowScroller(state_); // the limits may have set it back
-        }
-    });
+    connect(children_.Scroller, &KnobScroller::valueChanged, this,
+            [this](int value) { state_.MoveScroller(value); });
     connect(children_.ZeroButton, &ButtonControl1::Click, this,
             [this] { state_.MoveScroller(design_.KnobZeroButtonValue); });
     PlaceChildren();

@@ -141,10 +141,7 @@ void PlotCanvas::GroundLabelTop(int channel, double y) {
 }
 
 void PlotCanvas::GroundLabelVisible(int channel, bool visible) {
-    QLabel* label = ChGroundLabel[channel];
-    if (label->isHidden() == visible) {
-        label->setVisible(visible);
-    }
+    ChGroundLabel[channel]->setVisible(visible);
 }
 
 void PlotCanvas::GroundLabelCaption(int channel, QStringView caption) {

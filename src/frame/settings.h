@@ -39,6 +39,8 @@ class SettingsStore {
     // One store has the changes of one program: a copy would write them twice.
     SettingsStore(const SettingsStore&) = delete;
     SettingsStore& operator=(const SettingsStore&) = delete;
+    SettingsStore(SettingsStore&&) = default;
+    SettingsStore& operator=(SettingsStore&&) = default;
 
   private:
     struct Application {

@@ -232,12 +232,13 @@ TEST_F(KnobInput, TheScrollersArrowsTrackAndThumbMoveTheValue) {
     QTest::mouseClick(scroller, Qt::LeftButton, {}, {track.left, y});
     EXPECT_EQ(knob->KnobValue(), 50);
     QTest::mousePress(scroller, Qt::LeftButton, {}, scroller->thumb().center());
-    QMouseEvent far(QEvent::MouseMove, QPointF(500, y), scroller->mapToGlobal(QPointF(500, y)), Qt::NoButton,
-                    Qt::LeftButton, {});
-    QApplication::sendEvent(scroller, &far);
+    SendMouse(scroller, QEvent::MouseMove, QPointF(500, y), Qt::NoButton, Qt::LeftButton);
     EXPECT_EQ(knob->KnobValue(), 100);
-    QTest::mouseRelease(scroller, Qt::LeftButton, {}, {500, y});
-    QApplication::sendEvent(scroller, &far); // let go
+    SendMouse(scroller, QEvent::MouseMove, QPointF(-500, y), Qt::NoButton, Qt::LeftButton);
+    EXPECT_EQ(knob->KnobValue(), 0);
+    QTest::mouseRelease(scroller, Qt::LeftButton, {}, {0, y});
+    SendMouse(scroller, QEvent::MouseMove, QPointF(500, y), Qt::NoButton, Qt::LeftButton);
+    EXPECT_EQ(knob->KnobValue(), 0); // let go
     knob->SetKnobValue(50);
     events();
     QTest::mouseClick(scroller, Qt::RightButton, {}, {track.right + 1, y});
