@@ -125,6 +125,15 @@ TEST(Skins, TextsOnTheFaceCanBeRead) {
     }
 }
 
+TEST(Skins, PointersStandOutFromTheirKnobs) {
+    for (const auto& [file, skin] : Skins()) {
+        for (const char* knob : {"TimeBaseKnob", "TriggerKnob", "HorizZoomKnob", "VertZoomKnob"}) {
+            const Colour face = Brightened(FromQColor(Sample(skin, Place(knob))));
+            EXPECT_GE(Contrast(Qt::black, ToQColor(face)), 2.5) << file.toStdString() << knob;
+        }
+    }
+}
+
 TEST(Skins, ThumbsStandOutFromTheirModule) {
     for (const auto& [file, skin] : Skins()) {
         for (const char* slider : {"HorizPanSlider", "VertPanSlider", "PretriggerSlider"}) {
