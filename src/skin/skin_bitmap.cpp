@@ -50,36 +50,40 @@ std::optional<Header> ReadHeader(const QByteArray& bytes) {
     return sized && header.offset <= bytes.size() ? std::optional(header) : std::nullopt;
 }
 
-/// True when a run-length stream ends by its own mark and never leaves the picture.
+/// True when a run-length stream paints every pixel, leaves the picture nowhere and ends by its own mark.
+/// What it skipped would show whatever the memory held.
 bool RunsAreSound(const QByteArray& bytes, const Header& header) {
     const int pixelsPerByte = header.compression == kRunLength4 ? 2 : 1;
     std::int64_t x = 0;
-    std::int64_t y = 0;
+    std::int64_t rows = 0;
     qsizetype at = header.offset;
     auto next = [&] { return static_cast<std::uint8_t>(bytes[at++]); };
     while (at + 2 <= bytes.size()) {
         const int count = next();
         const int value = next();
+        const bool ends = count == 0 && value <= 1; // of the row, of the picture
         if (count > 0) {
             x += count;
-        } else if (value == 0) {
-            x = 0;
-            ++y;
-        } else if (value == 1) {
-            return true;
-        } else if (value == 2) {
-            if (at + 2 > bytes.size()) {
-                return false;
-            }
-            x += next();
-            y += next();
-        } else {
+        } else if (value > 2) {
             x += value;
             const int literal = (value + pixelsPerByte - 1) / pixelsPerByte;
             at += literal + literal % 2; // padded to a word
+        } else if (!ends) {
+            return false; // a jump
         }
-        if (x > header.width || y > header.height) {
+        if (x > header.width || (x > 0 && rows == header.height)) {
             return false;
+        }
+        if (ends) {
+            const bool full = x == header.width;
+            rows += full ? 1 : 0;
+            if (value == 1) {
+                return (full || x == 0) && rows == header.height;
+            }
+            if (!full) {
+                return false;
+            }
+            x = 0;
         }
     }
     return false;

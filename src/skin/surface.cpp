@@ -21,6 +21,8 @@ Surface::Surface(QWidget* parent)
                           Qt::WindowSystemMenuHint) {
     setObjectName(QStringLiteral("Surface"));
     setWindowIcon(InstrumentIcon());
+    // Not every compositor knows shapes; what the mask leaves out is transparent as well.
+    setAttribute(Qt::WA_TranslucentBackground);
 }
 
 void Surface::Carry(Form& face, const std::vector<Form*>& panels) {

@@ -47,12 +47,23 @@ TEST(SkinBitmap, RunsThatLeaveThePictureAreRefused) {
     QByteArray wide = bitmap::Header(16, 16, 8, 1);
     wide += QByteArray("\x11\x05\x00\x01", 4); // seventeen pixels in a row of sixteen
     EXPECT_TRUE(DecodeSkinBitmap(wide).isNull());
-    QByteArray jump = bitmap::Header(16, 16, 8, 1);
-    jump += QByteArray("\x00\x02\x03\xFF\x00\x01", 6); // 255 rows up
-    EXPECT_TRUE(DecodeSkinBitmap(jump).isNull());
     QByteArray literal = bitmap::Header(16, 16, 8, 1);
     literal += QByteArray("\x00\xFF", 2); // 255 pixels that do not follow
     EXPECT_TRUE(DecodeSkinBitmap(literal).isNull());
+}
+
+TEST(SkinBitmap, RunsThatLeavePixelsOutAreRefused) {
+    const QByteArray row("\x10\x05\x00\x00", 4); // sixteen pixels and the end of the row
+    const QByteArray end("\x00\x01", 2);
+    auto of = [](const QByteArray& runs) { return DecodeSkinBitmap(bitmap::Header(16, 16, 8, 1) + runs); };
+    ASSERT_FALSE(of(row.repeated(16) + end).isNull());
+    EXPECT_FALSE(of(row.repeated(16).chopped(2) + end).isNull()) << "the last row may end with the picture";
+    EXPECT_TRUE(of(row.repeated(15) + end).isNull());
+    EXPECT_TRUE(of(row.repeated(17) + end).isNull());
+    EXPECT_TRUE(of(end).isNull());
+    EXPECT_TRUE(of(QByteArray("\x00\x00", 2) + row.repeated(16) + end).isNull()) << "an empty row";
+    EXPECT_TRUE(of(QByteArray("\x0F\x05\x00\x00", 4) + row.repeated(15) + end).isNull()) << "a short row";
+    EXPECT_TRUE(of(QByteArray("\x00\x02\x00\x00", 4) + row.repeated(16) + end).isNull()) << "a jump";
 }
 
 TEST(SkinBitmap, SizesOfNoFaceAreRefused) {

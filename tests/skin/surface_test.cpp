@@ -210,6 +210,7 @@ TEST_F(SurfaceParts, DrawsWhatShowsThroughTheFacesCorners) {
     const QImage image = surface.grab().toImage();
     EXPECT_EQ(image.pixelColor(310, 30), QColor(Qt::cyan));
     EXPECT_EQ(image.pixelColor(280, 30), QColor(Qt::gray)) << "the face covers the panel";
+    EXPECT_EQ(image.pixelColor(410, 190).alpha(), 0) << "where nothing shows, for compositors without shapes";
 }
 
 } // namespace
