@@ -135,7 +135,9 @@ TEST_F(Settings, KeepsWhatOthersWroteMeanwhile) {
 }
 
 TEST_F(Settings, ADamagedFileGivesDefaultsAndKeepsItsReadableRest) {
-    write(QByteArray("[ScopeSettings]\nTimeBase=x\n\0\xff\x80garbage\nTriggerThreshold=12\n[Chan", 69));
+    static constexpr char kDamaged[] =
+        "[ScopeSettings]\nTimeBase=x\n\0\xff\x80garbage\nTriggerThreshold=12\n[Chan";
+    write(QByteArray(kDamaged, sizeof kDamaged - 1));
     EXPECT_EQ(store_.GetInteger(kProgram, "ScopeSettings", "TimeBase", 7), 7);
     EXPECT_EQ(store_.GetInteger(kProgram, "ScopeSettings", "TriggerThreshold", 0), 12);
     store_.Save(kProgram, "ScopeSettings", "TimeBase", "3");
