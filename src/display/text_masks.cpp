@@ -15,13 +15,14 @@ QString Glyphs(const QString& text) {
     return glyphs;
 }
 
-std::vector<TextMask::Dot> CoveredPixels(const QImage& picture) {
+/// The pixels that a picture covers, counted from the given one of them.
+std::vector<TextMask::Dot> CoveredPixels(const QImage& picture, QPoint origin) {
     std::vector<TextMask::Dot> dots;
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
             if (const int cover = qAlpha(picture.pixel(x, y)); cover != 0) {
-                dots.push_back({static_cast<std::int16_t>(x), static_cast<std::int16_t>(y),
-                                static_cast<std::uint8_t>(cover)});
+                dots.push_back({static_cast<std::int16_t>(x - origin.x()),
+                                static_cast<std::int16_t>(y - origin.y()), static_cast<std::uint8_t>(cover)});
             }
         }
     }
@@ -55,15 +56,25 @@ TextMask TextMasks::Make(const QString& text) const {
     const QString glyphs = Glyphs(text);
     const QFontMetricsF metrics(font_);
     const double width = metrics.horizontalAdvance(glyphs) * ratio_;
-    const QSize size(std::clamp(static_cast<int>(std::ceil(width)) + 2, 1, kLongest),
-                     std::max(1, static_cast<int>(lineHeight_)));
-    QImage picture(size, QImage::Format_ARGB32_Premultiplied);
-    picture.setDevicePixelRatio(ratio_);
+    // Ink may reach beyond the advance and the line: a letter that is slanted, or that another font lends.
+    // The metrics do not know how far a slant leans.
+    const int lean = static_cast<int>(lineHeight_ / 2) + 2;
+    const QRectF ink = metrics.boundingRect(glyphs).translated(0, metrics.ascent());
+    const QRect covered = QRectF(ink.topLeft() * ratio_, ink.size() * ratio_)
+                              .toAlignedRect()
+                              .adjusted(-lean, -lean, lean, lean)
+                              .intersected(QRect(-kLongest / 2, -kLongest / 2, 3 * kLongest / 2, kLongest));
+    if (covered.isEmpty()) {
+        return {text, width, {}};
+    }
+    QImage picture(covered.size(), QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setFont(font_);
     painter.setPen(Qt::white);
+    painter.translate(-covered.topLeft());
+    painter.scale(ratio_, ratio_);
     painter.drawText(QPointF(0, metrics.ascent()), glyphs);
     painter.end();
-    return {text, width, CoveredPixels(picture)};
+    return {text, width, CoveredPixels(picture, -covered.topLeft())};
 }

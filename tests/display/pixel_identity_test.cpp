@@ -165,6 +165,32 @@ TEST(PixelIdentityOfRoads, BoxesAndPointsAreTheSame) {
     }
 }
 
+/// Ink beyond the advance on either side, above and below the line, and from a font that lends a letter.
+TEST(PixelIdentityOfRoads, TextsAreTheSameInAnyFont) {
+    for (const char* family : {"Liberation Sans", "Liberation Serif", "Liberation Mono", "Comic Neue"}) {
+        for (int size : {9, 11, 40}) {
+            for (double ratio : {1.0, 1.5, 2.0}) {
+                QFont font(QString::fromLatin1(family));
+                font.setPixelSize(size);
+                font.setItalic(true);
+                BothRoads roads(300, 200, ratio);
+                roads.fast.SetFont(font);
+                roads.plain.SetFont(font);
+                roads.Do([](Canvas& canvas) {
+                    canvas.SetForeColor(0x3366CC);
+                    canvas.FillBox(0, 60, 100, 100);
+                    canvas.SetForeColor(0x20C0FF);
+                    canvas.SetCurrent(90, 70);
+                    canvas.Print(QStringLiteral("j\u00C5\u1EA4f"));
+                    canvas.Print(QStringLiteral("f") + QChar(26) + QStringLiteral(" \u222B\u2588W"));
+                });
+                EXPECT_EQ(roads.Differing(), 0) << family << ' ' << size << " at " << ratio;
+                EXPECT_GT(Painted(roads.fast.Image()), size);
+            }
+        }
+    }
+}
+
 struct View {
     const char* name;
     double horizZoom, vertZoom, horizPan, vertPan, expansion;

@@ -17,10 +17,15 @@ QString Glyphs(QString text) {
 
 PlainCanvas::PlainCanvas(int width, int height, double ratio)
     : image_(width, height, QImage::Format_RGB32), bits_(image_.bits()), ratio_(ratio) {
-    font_.setStyleStrategy(QFont::NoSubpixelAntialias);
+    SetFont(QFont());
     SetPixelScale();
     Clear();
     SetDrawWidth(1);
+}
+
+void PlainCanvas::SetFont(const QFont& font) {
+    font_ = font;
+    font_.setStyleStrategy(QFont::NoSubpixelAntialias);
 }
 
 void PlainCanvas::Clear() {
@@ -113,15 +118,31 @@ void PlainCanvas::PSet(double x, double y) {
     SetCurrent(x, y);
 }
 
+/// The text is painted on a sheet of its own, since the toolkit may correct the contrast of what it paints on
+/// an opaque picture, and whether it does differs from font to font.
 void PlainCanvas::Print(const QString& text) {
     const auto corner = map_.Point(current_.x, current_.y);
-    QPainter painter(&image_);
-    painter.setPen(QColor::fromRgb(colour_));
+    QImage sheet(image_.size(), QImage::Format_ARGB32_Premultiplied);
+    sheet.fill(Qt::transparent);
+    QPainter painter(&sheet);
+    painter.setPen(Qt::white);
     painter.translate(corner->x, corner->y);
     painter.scale(ratio_, ratio_);
     painter.setFont(font_);
     painter.drawText(QPointF(0, QFontMetricsF(font_).ascent()), Glyphs(text));
     painter.end();
+    for (int y = 0; y < sheet.height(); ++y) {
+        auto* pixels =
+            reinterpret_cast<QRgb*>(bits_ + static_cast<std::ptrdiff_t>(y) * image_.bytesPerLine());
+        for (int x = 0; x < sheet.width(); ++x) {
+            const int cover = qAlpha(sheet.pixel(x, y));
+            const auto mixed = [cover](int above, int below) {
+                return (above * cover + below * (255 - cover) + 127) / 255;
+            };
+            pixels[x] = qRgb(mixed(qRed(colour_), qRed(pixels[x])), mixed(qGreen(colour_), qGreen(pixels[x])),
+                             mixed(qBlue(colour_), qBlue(pixels[x])));
+        }
+    }
     current_.y += TextHeight(text) * (ScaleHeight() < 0 ? -1 : 1);
 }
 

@@ -31,6 +31,7 @@ class PlainCanvas : public Canvas {
     double CurrentX() const override { return current_.x; }
     double CurrentY() const override { return current_.y; }
     void SetCurrent(double x, double y) override { current_ = {x, y}; }
+    void SetFont(const QFont& font);
     void Print(const QString& text) override;
     double TextWidth(const QString& text) const override;
     double TextHeight(const QString& text) const override;
