@@ -35,6 +35,7 @@ struct Instrument {
     void CreateMainForm();
     void CreateTabForms();
     void CreateSatellites();
+    void NameWindows(); ///< after the module that the command line forces
     void ConnectParts();
 
     void SplashLine(int index, const QString& text);

@@ -82,8 +82,7 @@ void CreateForms(Instrument& i) {
 void FindInstrument(Instrument& i) {
     i.log.PrintLog(QStringLiteral("Command line checking"));
     ReadCommandLine(i.environment.commandLine, i.record);
-    i.forms.surface->setWindowTitle(QStringLiteral("Corvantine") + i.record.SettingsSuffix);
-    i.forms.MainForm->setWindowTitle(i.forms.surface->windowTitle());
+    i.NameWindows();
     // The driver still hears of a port whose channel was out of range.
     const std::int32_t askedPort = i.record.ForcedPort;
     CheckCommandLineError(i.environment.commandLine, i.record, i.environment.show);

@@ -124,6 +124,9 @@ TEST_F(StartUpTest, AForcedModuleGivesTheWindowItsNameAndRunsAlone) {
     EXPECT_THAT(shown, IsEmpty());
     EXPECT_EQ(instrument->forms.surface->windowTitle(), QStringLiteral("Corvantine_5:2"));
     EXPECT_EQ(instrument->forms.MainForm->windowTitle(), QStringLiteral("Corvantine_5:2"));
+    EXPECT_EQ(instrument->forms.StatsForm->windowTitle(), QStringLiteral("Corvantine_5:2 measurements"));
+    EXPECT_EQ(instrument->forms.FFTForm->windowTitle(), QStringLiteral("Corvantine_5:2 spectrum"));
+    EXPECT_EQ(instrument->forms.FullScreenTimeForm->windowTitle(), QStringLiteral("Corvantine_5:2 time"));
     EXPECT_EQ(record->MasterChannel, 2);
     EXPECT_EQ(record->TriggerChannel, 2);
     EXPECT_THAT(script().CallsOf({"InitScope"}), ElementsAre("InitScope(2, -1)"));
