@@ -23,6 +23,15 @@ QAccessible::State StateOf(const QWidget& control, QAccessible::State state) {
     return state;
 }
 
+AnnouncementListener announcementListener = nullptr;
+
+void Announce(QAccessibleEvent& event) {
+    if (announcementListener != nullptr) {
+        announcementListener(event);
+    }
+    QAccessible::updateAccessibility(&event);
+}
+
 QAccessibleInterface* MakeButton(ButtonControl1* button) {
     return new AccessiblePressControl(
         button, QAccessible::Button,
@@ -102,14 +111,24 @@ QString SpokenName(const QWidget& control, const QString& caption) {
     return control.objectName().replace(wordStart, QStringLiteral(" "));
 }
 
+void ListenToAnnouncements(AnnouncementListener listener) {
+    announcementListener = listener;
+}
+
 void AnnounceValue(QWidget& control, double value) {
     QAccessibleValueChangeEvent event(&control, value);
-    QAccessible::updateAccessibility(&event);
+    Announce(event);
 }
 
 void AnnounceName(QWidget& control) {
     QAccessibleEvent event(&control, QAccessible::NameChanged);
-    QAccessible::updateAccessibility(&event);
+    Announce(event);
+}
+
+void TellStatus(QWidget& label, const QString& text) {
+    if (label.accessibleDescription() != text) {
+        label.setAccessibleDescription(text);
+    }
 }
 
 AccessibleValueControl::AccessibleValueControl(QWidget* control, QAccessible::Role role, ValueAccess access)

@@ -12,11 +12,20 @@ void InstallAccessibility();
 /// name as words ("HorizPanSlider" gives "Horiz Pan Slider").
 QString SpokenName(const QWidget& control, const QString& caption = {});
 
+/// Hears every announcement of below as well, on screens too that have no assistive technology; null for
+/// none.
+using AnnouncementListener = void (*)(QAccessibleEvent& event);
+void ListenToAnnouncements(AnnouncementListener listener);
+
 /// Tells listeners that a control's value has changed.
 void AnnounceValue(QWidget& control, double value);
 
 /// Tells listeners that what a control is called has changed.
 void AnnounceName(QWidget& control);
+
+/// What a status label says, as its description, and tells listeners when that has changed. Its name stays
+/// what kind of status it is. Allocates nothing where the text is the same.
+void TellStatus(QWidget& label, const QString& text);
 
 /// How the value of a control is read and set from outside.
 struct ValueAccess {
