@@ -195,7 +195,17 @@ TEST(DriverWrapper, RescaledSamplesAreNumbers) {
     const std::vector<float> source = {1, kNaN, -1, 0};
     std::vector<float> destination = {9, 9, 9, 9};
     instrument.driver.ReScaleSampleData(source.data(), destination.data(), 3, 0, 0, 1, 0);
-    EXPECT_EQ(destination, (std::vector<float>{32767, 0, -32767, 9}));
+    EXPECT_EQ(destination, (std::vector<float>{67108864, 0, -67108864, 9}));
+}
+
+TEST(DriverWrapper, AThousandfoldRescalingKeepsTheVoltage) {
+    ScriptedInstrument instrument;
+    const std::vector<float> source = {127, -127.5F, 32767, 0};
+    std::vector<float> destination(4);
+    instrument.driver.ReScaleSampleData(source.data(), destination.data(), 4, 0, 0, 30, 0.03F);
+    for (std::size_t i = 0; i < source.size(); ++i) {
+        EXPECT_NEAR(destination[i] * 0.03, source[i] * 30.0, 1e-6 * std::abs(source[i] * 30.0)) << i;
+    }
 }
 
 TEST(DriverWrapper, DemonstrationSamplesAreNumbers) {
