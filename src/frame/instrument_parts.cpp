@@ -2,6 +2,7 @@
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
+#include "controls/window_mover.h"
 #include "display/plot_canvas.h"
 #include "frame/helpers.h"
 #include "frame/instrument.h"
@@ -16,7 +17,6 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QUrl>
-#include <QWindow>
 
 // The parts of the instrument, each with the controls that it reads and the calls that it makes. All are
 // made before any is connected, so that no signal meets half an instrument.
@@ -116,11 +116,7 @@ void Instrument::ConnectPlotWindows() {
     // The spectrum window shows its traces; its read-outs have no part yet.
     Form* spectrum = forms.FFTForm.get();
     auto* canvas = spectrum->control<PlotCanvas>("Canvas");
-    QObject::connect(canvas, &PlotCanvas::Pressed, spectrum, [spectrum](Qt::MouseButton button) {
-        if (button == Qt::LeftButton && spectrum->windowHandle() != nullptr) {
-            spectrum->windowHandle()->startSystemMove();
-        }
-    });
+    new WindowMover(*canvas);
     plotter->SetSpectrumPlot({.Surface = [canvas]() -> Canvas& { return canvas->Surface(); },
                               .RefreshAppInfo = [this, info = spectrum->control<QLabel>(
                                                            "OtherInfoLabel")] { info->setText(DataStamp()); },
