@@ -7,6 +7,7 @@
 #include "acquisition/trigger.h"
 #include "analysis/measurement_window.h"
 #include "channels/channel_tab.h"
+#include "channels/math_tab.h"
 #include "channels/offset_null.h"
 #include "display/large_time_window.h"
 #include "display/plotter.h"
@@ -62,6 +63,7 @@ struct Instrument {
     std::unique_ptr<Timebase> timebase;
     std::unique_ptr<HorizontalTab> horizontalTab;
     PerScope<std::unique_ptr<ChannelTab>> channelTabs;
+    std::unique_ptr<MathTab> mathTab;
     std::unique_ptr<SkinSelection> skins;
     std::unique_ptr<TabPanels> tabPanels;
     std::unique_ptr<AcquisitionSettings> acquisitionSettings;
@@ -69,6 +71,7 @@ struct Instrument {
 
   private:
     void PlaceWindows();
+    PerScope<const ChannelScale*> ScopeScales() const;
     PerChannel<const ChannelScale*> Scales() const;
     void ConnectDisplay();
     void ConnectAcquisition();
