@@ -53,6 +53,8 @@ void Instrument::ConnectParts() {
         tab->Connect();
         tab->Form_Load();
     }
+    mathTab->Connect();
+    aboutTab->Connect();
     shell->Connect();
 }
 
@@ -126,12 +128,18 @@ void Instrument::ConnectPlotWindows() {
                               .Hide = [spectrum] { spectrum->hide(); }});
 }
 
-PerChannel<const ChannelScale*> Instrument::Scales() const {
-    PerChannel<const ChannelScale*> scales;
+PerScope<const ChannelScale*> Instrument::ScopeScales() const {
+    PerScope<const ChannelScale*> scales;
     for (int channel = 1; channel <= kScopeChannels; ++channel) {
         scales[channel] = channelTabs[channel].get();
     }
     return scales;
+}
+
+// The one table of volts: whoever reads it need not know which of the channels are worked out.
+PerChannel<const ChannelScale*> Instrument::Scales() const {
+    const auto scopes = ScopeScales();
+    return {scopes[1], scopes[2], scopes[3], scopes[4], &mathTab->Scale(1), &mathTab->Scale(2)};
 }
 
 void Instrument::ConnectMeasurements() {
@@ -206,7 +214,7 @@ void Instrument::ConnectAcquisition() {
     runLoop = std::make_unique<RunLoop>(
         record, driver, acquisition, loopControls, Scales(),
         RunLoop::Calls{.PlotNow = plotNow,
-                       .DoMaths = [] {},
+                       .DoMaths = [this] { mathTab->DoMaths(); },
                        .PretriggerSlider_Change = [this] { trigger->PretriggerSlider_Change(); },
                        .UpdateStats = [this] { measurements->UpdateStats(); },
                        .SetDefaultLayering = layer},
@@ -231,11 +239,15 @@ void Instrument::ConnectChannels() {
             *forms.TabForm[channel], record, driver, settings, *main.timer("IDTimer"),
             main.control<PlotCanvas>("MainPlotCanvas")->Surface(), std::move(own));
     }
-    OffsetNullDialog::Scales scales;
-    for (int channel = 1; channel <= kScopeChannels; ++channel) {
-        scales[channel] = channelTabs[channel].get();
-    }
-    offsetNull = std::make_unique<OffsetNullDialog>(*forms.OffsetNullForm, record, scales);
+    offsetNull = std::make_unique<OffsetNullDialog>(*forms.OffsetNullForm, record, ScopeScales());
+    mathTab = std::make_unique<MathTab>(
+        *forms.TabForm[kMathTab], record, settings, ScopeScales(),
+        MathTab::Calls{.PlotNow = calls.PlotNow,
+                       .SetStatsVisible = calls.SetStatsVisible,
+                       .SetGroundLabelVisible =
+                           [canvas = main.control<PlotCanvas>("MainPlotCanvas")](int channel, bool visible) {
+                               canvas->GroundLabelVisible(channel, visible);
+                           }});
     horizontalTab = std::make_unique<HorizontalTab>(
         record, settings,
         HorizontalTab::Controls{.UpdateRateSlider =
@@ -266,6 +278,10 @@ void Instrument::ConnectFace() {
             .bringMainToFront = [this] { forms.surface->BringFaceToFront(); },
             .bringPanelUp = [this](QWidget& panel) { forms.surface->BringPanelUp(panel); },
             .sendPanelToBack = [this](QWidget& panel) { forms.surface->SendPanelToBack(panel); }});
+
+    aboutTab =
+        std::make_unique<AboutTab>(record, driver, AboutTab::Controls::Of(*forms.TabForm[kAboutTab]),
+                                   environment.applicationFolder, AboutTab::Calls{.Show = environment.show});
 
     shell = std::make_unique<Shell>(
         record, forms, *tabPanels,
