@@ -1,5 +1,6 @@
 #pragma once
 
+#include "about/about_tab.h"
 #include "acquisition/acquisition_settings.h"
 #include "acquisition/horizontal_tab.h"
 #include "acquisition/run_loop.h"
@@ -7,6 +8,7 @@
 #include "acquisition/trigger.h"
 #include "analysis/measurement_window.h"
 #include "channels/channel_tab.h"
+#include "channels/math_tab.h"
 #include "channels/offset_null.h"
 #include "display/large_time_window.h"
 #include "display/plotter.h"
@@ -62,13 +64,16 @@ struct Instrument {
     std::unique_ptr<Timebase> timebase;
     std::unique_ptr<HorizontalTab> horizontalTab;
     PerScope<std::unique_ptr<ChannelTab>> channelTabs;
+    std::unique_ptr<MathTab> mathTab;
     std::unique_ptr<SkinSelection> skins;
     std::unique_ptr<TabPanels> tabPanels;
+    std::unique_ptr<AboutTab> aboutTab;
     std::unique_ptr<AcquisitionSettings> acquisitionSettings;
     std::unique_ptr<ScopeSettings> scopeSettings;
 
   private:
     void PlaceWindows();
+    PerScope<const ChannelScale*> ScopeScales() const;
     PerChannel<const ChannelScale*> Scales() const;
     void ConnectDisplay();
     void ConnectAcquisition();

@@ -2,6 +2,7 @@
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
+#include "controls/window_mover.h"
 #include "display/plot_canvas.h"
 #include "frame/helpers.h"
 #include "frame/instrument.h"
@@ -16,7 +17,6 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QUrl>
-#include <QWindow>
 
 // The parts of the instrument, each with the controls that it reads and the calls that it makes. All are
 // made before any is connected, so that no signal meets half an instrument.
@@ -53,6 +53,8 @@ void Instrument::ConnectParts() {
         tab->Connect();
         tab->Form_Load();
     }
+    mathTab->Connect();
+    aboutTab->Connect();
     shell->Connect();
 }
 
@@ -116,11 +118,7 @@ void Instrument::ConnectPlotWindows() {
     // The spectrum window shows its traces; its read-outs have no part yet.
     Form* spectrum = forms.FFTForm.get();
     auto* canvas = spectrum->control<PlotCanvas>("Canvas");
-    QObject::connect(canvas, &PlotCanvas::Pressed, spectrum, [spectrum](Qt::MouseButton button) {
-        if (button == Qt::LeftButton && spectrum->windowHandle() != nullptr) {
-            spectrum->windowHandle()->startSystemMove();
-        }
-    });
+    new WindowMover(*canvas);
     plotter->SetSpectrumPlot({.Surface = [canvas]() -> Canvas& { return canvas->Surface(); },
                               .RefreshAppInfo = [this, info = spectrum->control<QLabel>(
                                                            "OtherInfoLabel")] { info->setText(DataStamp()); },
@@ -130,12 +128,18 @@ void Instrument::ConnectPlotWindows() {
                               .Hide = [spectrum] { spectrum->hide(); }});
 }
 
-PerChannel<const ChannelScale*> Instrument::Scales() const {
-    PerChannel<const ChannelScale*> scales;
+PerScope<const ChannelScale*> Instrument::ScopeScales() const {
+    PerScope<const ChannelScale*> scales;
     for (int channel = 1; channel <= kScopeChannels; ++channel) {
         scales[channel] = channelTabs[channel].get();
     }
     return scales;
+}
+
+// The one table of volts: whoever reads it need not know which of the channels are worked out.
+PerChannel<const ChannelScale*> Instrument::Scales() const {
+    const auto scopes = ScopeScales();
+    return {scopes[1], scopes[2], scopes[3], scopes[4], &mathTab->Scale(1), &mathTab->Scale(2)};
 }
 
 void Instrument::ConnectMeasurements() {
@@ -210,7 +214,7 @@ void Instrument::ConnectAcquisition() {
     runLoop = std::make_unique<RunLoop>(
         record, driver, acquisition, loopControls, Scales(),
         RunLoop::Calls{.PlotNow = plotNow,
-                       .DoMaths = [] {},
+                       .DoMaths = [this] { mathTab->DoMaths(); },
                        .PretriggerSlider_Change = [this] { trigger->PretriggerSlider_Change(); },
                        .UpdateStats = [this] { measurements->UpdateStats(); },
                        .SetDefaultLayering = layer},
@@ -235,11 +239,15 @@ void Instrument::ConnectChannels() {
             *forms.TabForm[channel], record, driver, settings, *main.timer("IDTimer"),
             main.control<PlotCanvas>("MainPlotCanvas")->Surface(), std::move(own));
     }
-    OffsetNullDialog::Scales scales;
-    for (int channel = 1; channel <= kScopeChannels; ++channel) {
-        scales[channel] = channelTabs[channel].get();
-    }
-    offsetNull = std::make_unique<OffsetNullDialog>(*forms.OffsetNullForm, record, scales);
+    offsetNull = std::make_unique<OffsetNullDialog>(*forms.OffsetNullForm, record, ScopeScales());
+    mathTab = std::make_unique<MathTab>(
+        *forms.TabForm[kMathTab], record, settings, ScopeScales(),
+        MathTab::Calls{.PlotNow = calls.PlotNow,
+                       .SetStatsVisible = calls.SetStatsVisible,
+                       .SetGroundLabelVisible =
+                           [canvas = main.control<PlotCanvas>("MainPlotCanvas")](int channel, bool visible) {
+                               canvas->GroundLabelVisible(channel, visible);
+                           }});
     horizontalTab = std::make_unique<HorizontalTab>(
         record, settings,
         HorizontalTab::Controls{.UpdateRateSlider =
@@ -270,6 +278,10 @@ void Instrument::ConnectFace() {
             .bringMainToFront = [this] { forms.surface->BringFaceToFront(); },
             .bringPanelUp = [this](QWidget& panel) { forms.surface->BringPanelUp(panel); },
             .sendPanelToBack = [this](QWidget& panel) { forms.surface->SendPanelToBack(panel); }});
+
+    aboutTab =
+        std::make_unique<AboutTab>(record, driver, AboutTab::Controls::Of(*forms.TabForm[kAboutTab]),
+                                   environment.applicationFolder, AboutTab::Calls{.Show = environment.show});
 
     shell = std::make_unique<Shell>(
         record, forms, *tabPanels,
