@@ -34,7 +34,7 @@ constexpr int kCursorMargin = 10;
 Timebase::Timebase(Record& record, Driver& driver, AcquisitionState& state, const Controls& controls,
                    Calls calls)
     : record_(record), driver_(driver), state_(state), controls_(controls), calls_(std::move(calls)) {
-    controls_.AcqModeLabel->setAccessibleName(QStringLiteral("Acquisition mode"));
+    MakeStatus(*controls_.AcqModeLabel, QStringLiteral("Acquisition mode"));
 }
 
 void Timebase::Connect() {
@@ -146,7 +146,7 @@ void Timebase::ShowMode() {
     // The period is asked for in the new mode: the interleaved one is in force until it has been left.
     AcqModeText = ModeText(driver_.GetSamplePeriod(true, 0), record_.RISMode, record_.RollMode);
     controls_.AcqModeLabel->setText(AcqModeText);
-    TellStatus(*controls_.AcqModeLabel, AcqModeText);
+    AnnounceStatus(*controls_.AcqModeLabel);
 }
 
 void Timebase::KeepCursorsInRecord() {

@@ -4,6 +4,8 @@
 #include <QAccessibleWidget>
 #include <functional>
 
+class QLabel;
+
 /// Makes the custom controls known to assistive technology. Once a process, after the application object is
 /// made; further calls change nothing.
 void InstallAccessibility();
@@ -23,9 +25,10 @@ void AnnounceValue(QWidget& control, double value);
 /// Tells listeners that what a control is called has changed.
 void AnnounceName(QWidget& control);
 
-/// What a status label says, as its description, and tells listeners when that has changed. Its name stays
-/// what kind of status it is. Allocates nothing where the text is the same.
-void TellStatus(QWidget& label, const QString& text);
+/// Makes a label a status: the name says of what, and its text at any time is read as the description.
+void MakeStatus(QLabel& label, const QString& name);
+/// Tells listeners that a status label says something else now. Costs nothing while nobody listens.
+void AnnounceStatus(QLabel& label);
 
 /// How the value of a control is read and set from outside.
 struct ValueAccess {

@@ -1,4 +1,6 @@
 #include "acquisition/acquisition_rig.h"
+#include "acquisition/trigger_status.h"
+#include "controls/accessibility.h"
 
 #include <gtest/gtest.h>
 
@@ -183,11 +185,38 @@ TEST_F(TimebaseTest, TheLabelTellsTheIntervalInForceAfterTheChange) {
 }
 
 TEST_F(TimebaseTest, TheModeIsToldToAssistiveTechnology) {
-    for (int i : {4, 5, 27}) {
-        Turn(static_cast<float>(i));
-        EXPECT_EQ(rig.AcqModeLabel.accessibleName(), "Acquisition mode");
-        EXPECT_EQ(rig.AcqModeLabel.accessibleDescription(), rig.AcqModeLabel.text());
-    }
+    static QStringList heard;
+    heard.clear();
+    ListenToAnnouncements([](QAccessibleEvent& event) {
+        if (event.type() == QAccessible::DescriptionChanged) {
+            heard << qobject_cast<QLabel*>(event.object())->text();
+        }
+    });
+    Turn(4);
+    Turn(5);
+    ListenToAnnouncements(nullptr);
+    EXPECT_EQ(rig.AcqModeLabel.accessibleName(), "Acquisition mode");
+    EXPECT_EQ(heard, (QStringList{"Acquistion mode: RIS (repetitive inputs, norm trig only, effective sample "
+                                  "interval: 1ns)",
+                                  "Acquistion mode: Single-shot (sample interval: 20ns, refresh mode)"}));
+}
+
+TEST_F(TimebaseTest, TheTriggerStatusIsToldAsItChangesAndNotAtEveryDot) {
+    static QStringList heard;
+    heard.clear();
+    QLabel label;
+    TriggerStatus status(&label);
+    ListenToAnnouncements([](QAccessibleEvent& event) {
+        if (event.type() == QAccessible::DescriptionChanged) {
+            heard << qobject_cast<QLabel*>(event.object())->text();
+        }
+    });
+    status.Show(TriggerStatus::Text::AskTrigger);
+    status.AddDot();
+    status.Show(TriggerStatus::Text::AskTrigger);
+    status.Show(TriggerStatus::Text::Acquiring);
+    ListenToAnnouncements(nullptr);
+    EXPECT_EQ(heard, (QStringList{"trigger ?", "acquiring"}));
 }
 
 TEST_F(TimebaseTest, BrightenedSkinColourIsHeldTo255) {

@@ -24,7 +24,8 @@ class Accessibility : public testing::Test {
     static QString Name(QObject& object) { return Of(object)->text(QAccessible::Name); }
 };
 
-/// The values that assistive technology hears of, as the texts that it gets when it asks at that very moment.
+/// What assistive technology hears of values and states, as the texts that it gets when it asks at that
+/// moment.
 class Listener {
   public:
     Listener() {
@@ -32,6 +33,8 @@ class Listener {
         ListenToAnnouncements([](QAccessibleEvent& event) {
             if (event.type() == QAccessible::ValueChanged) {
                 heard_ << event.accessibleInterface()->text(QAccessible::Value);
+            } else if (event.type() == QAccessible::DescriptionChanged) {
+                heard_ << event.accessibleInterface()->text(QAccessible::Description);
             }
         });
     }
@@ -92,11 +95,15 @@ TEST_F(Accessibility, AKnobWhoseTextAloneChangesIsHeardOf) {
 }
 
 TEST_F(Accessibility, AStatusIsADescriptionBesideAName) {
-    QLabel label(QStringLiteral("acquiring.."));
-    label.setAccessibleName("Trigger status");
-    TellStatus(label, "acquiring");
+    QLabel label(QStringLiteral("trigger ?"));
+    MakeStatus(label, "Trigger status");
+    Listener listener;
+    label.setText("acquiring");
+    AnnounceStatus(label);
+    EXPECT_EQ(listener.take(), QStringList("acquiring"));
     EXPECT_EQ(Name(label), "Trigger status");
-    EXPECT_EQ(Of(label)->text(QAccessible::Description), "acquiring");
+    label.setText("acquiring.");
+    EXPECT_EQ(Of(label)->text(QAccessible::Description), "acquiring.") << "asked for, it is current";
 }
 
 TEST_F(Accessibility, AButtonTellsRoleAndCaption) {
