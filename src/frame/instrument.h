@@ -1,5 +1,6 @@
 #pragma once
 
+#include "about/about_tab.h"
 #include "acquisition/acquisition_settings.h"
 #include "acquisition/horizontal_tab.h"
 #include "acquisition/run_loop.h"
@@ -66,6 +67,7 @@ struct Instrument {
     PerScope<std::unique_ptr<ChannelTab>> channelTabs;
     std::unique_ptr<SkinSelection> skins;
     std::unique_ptr<TabPanels> tabPanels;
+    std::unique_ptr<AboutTab> aboutTab;
     std::unique_ptr<AcquisitionSettings> acquisitionSettings;
     std::unique_ptr<ScopeSettings> scopeSettings;
 

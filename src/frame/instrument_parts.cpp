@@ -57,6 +57,7 @@ void Instrument::ConnectParts() {
         tab->Connect();
         tab->Form_Load();
     }
+    aboutTab->Connect();
     shell->Connect();
 }
 
@@ -274,6 +275,10 @@ void Instrument::ConnectFace() {
             .bringMainToFront = [this] { forms.surface->BringFaceToFront(); },
             .bringPanelUp = [this](QWidget& panel) { forms.surface->BringPanelUp(panel); },
             .sendPanelToBack = [this](QWidget& panel) { forms.surface->SendPanelToBack(panel); }});
+
+    aboutTab =
+        std::make_unique<AboutTab>(record, driver, AboutTab::Controls::Of(*forms.TabForm[kAboutTab]),
+                                   environment.applicationFolder, AboutTab::Calls{.Show = environment.show});
 
     shell = std::make_unique<Shell>(
         record, forms, *tabPanels,
