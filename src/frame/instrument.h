@@ -8,6 +8,7 @@
 #include "acquisition/trigger.h"
 #include "analysis/measurement_window.h"
 #include "channels/channel_tab.h"
+#include "channels/math_tab.h"
 #include "channels/offset_null.h"
 #include "display/large_time_window.h"
 #include "display/plotter.h"
@@ -65,6 +66,7 @@ struct Instrument {
     std::unique_ptr<HorizontalTab> horizontalTab;
     std::unique_ptr<DataTab> dataTab;
     PerScope<std::unique_ptr<ChannelTab>> channelTabs;
+    std::unique_ptr<MathTab> mathTab;
     std::unique_ptr<SkinSelection> skins;
     std::unique_ptr<TabPanels> tabPanels;
     std::unique_ptr<AboutTab> aboutTab;
@@ -73,6 +75,7 @@ struct Instrument {
 
   private:
     void PlaceWindows();
+    PerScope<const ChannelScale*> ScopeScales() const;
     PerChannel<const ChannelScale*> Scales() const;
     void ConnectDisplay();
     void ConnectAcquisition();
