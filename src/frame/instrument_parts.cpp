@@ -4,6 +4,7 @@
 #include "controls/slider_control.h"
 #include "controls/window_mover.h"
 #include "display/plot_canvas.h"
+#include "export/save_dialog.h"
 #include "frame/helpers.h"
 #include "frame/instrument.h"
 #include "frame/shut_down.h"
@@ -14,6 +15,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLocale>
 #include <QRadioButton>
 #include <QScreen>
 #include <QUrl>
@@ -43,12 +45,14 @@ void Instrument::ConnectParts() {
     ConnectMeasurements();
     ConnectPlotWindows();
     ConnectAcquisition();
+    ConnectExport();
     ConnectSettings();
 
     runLoop->Load();
     runLoop->Connect();
     trigger->Connect();
     timebase->Connect();
+    dataTab->Connect();
     for (auto& tab : channelTabs) {
         tab->Connect();
         tab->Form_Load();
@@ -293,6 +297,19 @@ void Instrument::ConnectFace() {
                              QDesktopServices::openUrl(
                                  QUrl::fromLocalFile(QDir(environment.applicationFolder).filePath(file)));
                          }});
+}
+
+void Instrument::ConnectExport() {
+    Form* form = forms.TabForm[kDataTab];
+    dataTab = std::make_unique<DataTab>(
+        record, driver, DataTab::Controls::Of(*form, *forms.TabForm[kMathTab]), Scales(),
+        DataTab::Calls{.AskForFile = [form](const QString& folder) { return AskForDataFile(form, folder); },
+                       .ShowFailure = [form](const QString& text) { ShowSaveFailure(form, text); },
+                       .Stamp =
+                           [] {
+                               return StampOf(QLocale::system(), QDateTime::currentDateTime(),
+                                              QStringLiteral("Corvantine ") + about::VersionText());
+                           }});
 }
 
 void Instrument::ConnectSettings() {
