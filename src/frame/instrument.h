@@ -8,10 +8,12 @@
 #include "acquisition/trigger.h"
 #include "analysis/measurement_window.h"
 #include "channels/channel_tab.h"
+#include "channels/math_tab.h"
 #include "channels/offset_null.h"
 #include "display/large_time_window.h"
 #include "display/plotter.h"
 #include "driver/driver.h"
+#include "export/data_tab.h"
 #include "frame/closing.h"
 #include "frame/debug_log.h"
 #include "frame/environment.h"
@@ -69,7 +71,9 @@ struct Instrument {
     std::unique_ptr<Trigger> trigger;
     std::unique_ptr<Timebase> timebase;
     std::unique_ptr<HorizontalTab> horizontalTab;
+    std::unique_ptr<DataTab> dataTab;
     PerScope<std::unique_ptr<ChannelTab>> channelTabs;
+    std::unique_ptr<MathTab> mathTab;
     std::unique_ptr<SkinSelection> skins;
     std::unique_ptr<TabPanels> tabPanels;
     std::unique_ptr<AboutTab> aboutTab;
@@ -78,6 +82,7 @@ struct Instrument {
 
   private:
     void PlaceWindows();
+    PerScope<const ChannelScale*> ScopeScales() const;
     PerChannel<const ChannelScale*> Scales() const;
     void ConnectDisplay();
     void ConnectAcquisition();
@@ -85,6 +90,7 @@ struct Instrument {
     void ConnectFace();
     void ConnectMeasurements();
     void ConnectPlotWindows();
+    void ConnectExport();
     QString DataStamp() const;
     void ConnectSettings();
 };

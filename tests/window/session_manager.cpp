@@ -164,9 +164,12 @@ int main(int argc, char** argv) {
     for (int look5 = 0; look5 < kPatience * 5; ++look5) {
         Serve(session, listeners, count);
         if (waitpid(program, &status, WNOHANG) == program) {
-            std::fprintf(stderr, "ended %s, saved %d, status %d\n",
-                         session.ending ? "when told" : "by itself", session.savedInTime, status);
-            return session.ending && session.savedInTime && status == 0 ? 0 : 1;
+            const bool good = session.ending && session.savedInTime && status == 0;
+            if (!good) {
+                std::fprintf(stderr, "ended %s, saved %d, status %d\n",
+                             session.ending ? "when told" : "by itself", session.savedInTime, status);
+            }
+            return good ? 0 : 1;
         }
         if (!session.ending && session.client != nullptr && std::system(look.c_str()) == 0) {
             session.ending = true;
