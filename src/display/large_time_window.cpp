@@ -11,6 +11,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
+#include <QSignalBlocker>
 #include <QWindow>
 #include <utility>
 
@@ -30,6 +31,8 @@ LargeTimeWindow::LargeTimeWindow(Form& form, Record& record, const Controls& con
     });
     connect(canvas, &PlotCanvas::DoubleClicked, this, &LargeTimeWindow::Canvas_DblClick);
     connect(&form_, &Form::Resized, this, &LargeTimeWindow::Form_Resize);
+    // The change of timebase asks for its new text before the knob has it.
+    connect(controls_.TimeBaseKnob, &KnobControl1::Change, this, &LargeTimeWindow::RedrawSettings);
 }
 
 QString LargeTimeWindow::Settings() const {
@@ -63,8 +66,10 @@ void LargeTimeWindow::Form_Resize() {
     const int line = QFontMetrics(form_.font()).height();
     auto* canvas = form_.control<PlotCanvas>("Canvas");
     const int height = form_.height() > 2 * line ? form_.height() - 2 * line : canvas->height();
-    canvas->setGeometry(0, 0, form_.width(), height);
-
+    {
+        const QSignalBlocker quiet(canvas); // it asks for a plot, which comes at the end
+        canvas->setGeometry(0, 0, form_.width(), height);
+    }
     const auto toTop = [&](const char* name, int top) {
         auto* widget = form_.control<QWidget>(name);
         widget->move(widget->x(), top);
