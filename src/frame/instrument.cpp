@@ -38,6 +38,8 @@ void Instrument::ShowMainForm() {
 void Instrument::RestoreTabSettings(int slot) {
     if (slot == kHorzTab) {
         horizontalTab->RestoreTabSettings();
+    } else if (slot == kCursTab) {
+        cursorTab->RestoreTabSettings();
     } else if (slot == kMathTab) {
         for (int channel = record.Math1Chan; channel <= record.Math2Chan; ++channel) {
             measurements->SetVisible(channel, record.ChannelOn[channel]);
@@ -50,6 +52,8 @@ void Instrument::UnloadTab(int slot) {
         channelTabs[slot]->Form_Unload();
     } else if (slot == kHorzTab) {
         horizontalTab->Form_Unload();
+    } else if (slot == kCursTab) {
+        cursorTab->Form_Unload();
     }
 }
 

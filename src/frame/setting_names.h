@@ -20,6 +20,9 @@ inline QString ChannelSection(int channel, const QString& suffix) {
 inline QString HorzTabSection(const QString& suffix) {
     return QStringLiteral("HorzTabSettings") + suffix;
 }
+inline QString CursTabSection(const QString& suffix) {
+    return QStringLiteral("CursTabSettings") + suffix;
+}
 inline QString OffsetNullSection() {
     return QStringLiteral("OffsetNull");
 }
