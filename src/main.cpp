@@ -14,7 +14,10 @@
 namespace {
 
 void ShowBox(const QString& text) {
-    QMessageBox box(QMessageBox::NoIcon, QApplication::applicationName(), text, QMessageBox::Ok);
+    QMessageBox box(QMessageBox::NoIcon, QApplication::applicationName(),
+                    QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")), QMessageBox::Ok,
+                    QApplication::activeWindow()); // stays in front of the window that it speaks of
+    box.setTextFormat(Qt::PlainText);              // a name that a module gives may look like markup
     box.exec();
 }
 

@@ -4,6 +4,7 @@
 #include "controls/colour.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
+#include "controls/window_mover.h"
 #include "display/plot_canvas.h"
 #include "frame/channel_sets.h"
 
@@ -12,7 +13,6 @@
 #include <QLabel>
 #include <QScreen>
 #include <QSignalBlocker>
-#include <QWindow>
 #include <utility>
 
 namespace {
@@ -25,10 +25,9 @@ LargeTimeWindow::LargeTimeWindow(Form& form, Record& record, const Controls& con
     connect(canvas, &PlotCanvas::Pressed, this, [this](Qt::MouseButton button) {
         if (button == Qt::RightButton) {
             form_.lower();
-        } else if (button == Qt::LeftButton && form_.windowHandle() != nullptr) {
-            form_.windowHandle()->startSystemMove();
         }
     });
+    new WindowMover(*canvas);
     connect(canvas, &PlotCanvas::DoubleClicked, this, &LargeTimeWindow::Canvas_DblClick);
     connect(&form_, &Form::Resized, this, &LargeTimeWindow::Form_Resize);
     // The change of timebase asks for its new text before the knob has it.

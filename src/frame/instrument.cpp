@@ -41,15 +41,15 @@ void Instrument::RestoreTabSettings(int slot) {
     } else if (slot == kCursTab) {
         cursorTab->RestoreTabSettings();
     } else if (slot == kMathTab) {
-        for (int channel = record.Math1Chan; channel <= record.Math2Chan; ++channel) {
-            measurements->SetVisible(channel, record.ChannelOn[channel]);
-        }
+        mathTab->RestoreTabSettings();
     }
 }
 
 void Instrument::UnloadTab(int slot) {
     if (slot <= kScopeChannels) {
         channelTabs[slot]->Form_Unload();
+    } else if (slot == kMathTab) {
+        mathTab->Form_Unload();
     } else if (slot == kHorzTab) {
         horizontalTab->Form_Unload();
     } else if (slot == kCursTab) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "about/about_tab.h"
 #include "acquisition/acquisition_settings.h"
 #include "acquisition/horizontal_tab.h"
 #include "acquisition/run_loop.h"
@@ -7,6 +8,7 @@
 #include "acquisition/trigger.h"
 #include "analysis/measurement_window.h"
 #include "channels/channel_tab.h"
+#include "channels/math_tab.h"
 #include "channels/offset_null.h"
 #include "display/cursor_bars.h"
 #include "display/cursor_tab.h"
@@ -14,6 +16,7 @@
 #include "display/plotter.h"
 #include "display/view_controls.h"
 #include "driver/driver.h"
+#include "export/data_tab.h"
 #include "export/print.h"
 #include "frame/debug_log.h"
 #include "frame/environment.h"
@@ -70,14 +73,18 @@ struct Instrument {
     std::unique_ptr<Trigger> trigger;
     std::unique_ptr<Timebase> timebase;
     std::unique_ptr<HorizontalTab> horizontalTab;
+    std::unique_ptr<DataTab> dataTab;
     PerScope<std::unique_ptr<ChannelTab>> channelTabs;
+    std::unique_ptr<MathTab> mathTab;
     std::unique_ptr<SkinSelection> skins;
     std::unique_ptr<TabPanels> tabPanels;
+    std::unique_ptr<AboutTab> aboutTab;
     std::unique_ptr<AcquisitionSettings> acquisitionSettings;
     std::unique_ptr<ScopeSettings> scopeSettings;
 
   private:
     void PlaceWindows();
+    PerScope<const ChannelScale*> ScopeScales() const;
     PerChannel<const ChannelScale*> Scales() const;
     void ConnectDisplay();
     void ConnectAcquisition();
@@ -85,6 +92,7 @@ struct Instrument {
     void ConnectFace();
     void ConnectMeasurements();
     void ConnectPlotWindows();
+    void ConnectExport();
     QString DataStamp() const;
     void ConnectSettings();
 };

@@ -17,6 +17,9 @@ inline QString ScopeSection(const QString& suffix) {
 inline QString ChannelSection(int channel, const QString& suffix) {
     return QStringLiteral("Channel%1Settings").arg(channel) + suffix;
 }
+inline QString MathTabSection(const QString& suffix) {
+    return QStringLiteral("MathTabSettings") + suffix;
+}
 inline QString HorzTabSection(const QString& suffix) {
     return QStringLiteral("HorzTabSettings") + suffix;
 }

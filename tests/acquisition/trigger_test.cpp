@@ -12,7 +12,6 @@ class TriggerTest : public testing::Test {
         rig.TriggerLine.hide();
         rig.LargeTriggerLine.hide();
     }
-    ~TriggerTest() override { EXPECT_EQ(rig.script.violations, CallList{}); }
 
     AcquisitionRig rig;
     ScriptedDriver& script = rig.script;

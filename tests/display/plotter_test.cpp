@@ -23,6 +23,7 @@ class PlotterTest : public testing::Test {
     PlotterTest() : plotter(record, instrument.driver, controls.Pointers(), main, &companions, MainCalls()) {
         record.SampleDepth = kSampleDepth;
         record.DisplayExpansion = record.HeldZoom = 1;
+        record.HeldSamplePeriod = 1;
         record.TriggerMark = -1;
         instrument.script.samplePeriod.Always(1e-6F);
         plotter.SetLargeTimePlot({.Open = [this] { return largeOpen; },
@@ -314,6 +315,7 @@ TEST_F(PlotterTest, ARecordThatNobodyHasFilledIsSurvived) {
     Plotter early(empty, instrument.driver, controls.Pointers(), main, &companions, {});
     early.PlotNow();
     EXPECT_EQ(main.calls.back(), "SetPixelScale()");
+    EXPECT_EQ(instrument.script.TakeViolations(), Calls{"GetSamplePeriod(0, 0): a held period to give back"});
 }
 
 TEST(SpectrumValue, ClampsUnderTheFloorInBothPlotTypes) {
