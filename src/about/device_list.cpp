@@ -1,17 +1,9 @@
 #include "about/device_list.h"
 
+#include "about/device_details.h"
 #include "controls/number_format.h"
 
 namespace about {
-
-namespace {
-
-/// Upper-case hexadecimal of the 32 bits, no prefix, no leading zeros.
-QString Hex(std::int32_t value) {
-    return QString::number(static_cast<std::uint32_t>(value), 16).toUpper();
-}
-
-} // namespace
 
 QString DeviceLine(int channel, const Record& record) {
     return QStringLiteral("%1:%2 %3 %4")

@@ -12,6 +12,9 @@ constexpr int kGroup = 4;      ///< samples on either side of a crossing
 constexpr int kCoarseness = 8; ///< two groups of four, each sample worth an eighth
 constexpr int kMostCrossings = 100;
 
+/// A quotient of two channels can be of any size; sums and differences of two of these stay in range.
+constexpr double kMostSteps = (1 << 30) - 1;
+
 /// Like crossings of a record; only how many, the first and the last matter for their mean distance.
 struct Crossings {
     int count = 0;
@@ -42,7 +45,9 @@ int GroupSum(const RoundedRecord& record, int from) {
 
 RoundedRecord::RoundedRecord(const float* row, std::ptrdiff_t stride) {
     for (int i = 0; i < kSampleDepth; ++i) {
-        steps_[static_cast<std::size_t>(i)] = static_cast<int>(std::nearbyint(row[i * stride]));
+        const double step = std::nearbyint(static_cast<double>(row[i * stride]));
+        const double held = step > -kMostSteps ? step : step < 0 ? -kMostSteps : 0; // no number counts as 0
+        steps_[static_cast<std::size_t>(i)] = static_cast<int>(held < kMostSteps ? held : kMostSteps);
     }
 }
 

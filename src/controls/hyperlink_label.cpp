@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -100,12 +101,18 @@ void UserControl2::paintEvent(QPaintEvent*) {
     }
 }
 
-void UserControl2::mousePressEvent(QMouseEvent*) {
+void UserControl2::mousePressEvent(QMouseEvent* event) {
     // Taken, so that the release comes here and the form beneath does not move.
+    pressed_ = pressed_ || event->button() == Qt::LeftButton;
+}
+
+void UserControl2::mouseDoubleClickEvent(QMouseEvent*) {
+    // Taken and not counted: the first press of the two has already opened the link.
 }
 
 void UserControl2::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) {
+    if (event->button() == Qt::LeftButton && std::exchange(pressed_, false) &&
+        rect().contains(event->position().toPoint())) {
         emit Click();
     }
 }

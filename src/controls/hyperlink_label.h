@@ -49,6 +49,7 @@ class UserControl2 : public QWidget {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -65,4 +66,5 @@ class UserControl2 : public QWidget {
     QColor BackColor_ = ToQColor(kButtonFace);
     HostHyperLink* HyperLink_;
     KeyboardFocus focus_;
+    bool pressed_ = false; ///< the left button went down here, and not as the second of a double click
 };

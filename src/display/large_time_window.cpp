@@ -4,6 +4,7 @@
 #include "controls/colour.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
+#include "controls/window_mover.h"
 #include "display/plot_canvas.h"
 #include "frame/channel_sets.h"
 
@@ -11,7 +12,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
-#include <QWindow>
+#include <QSignalBlocker>
 #include <utility>
 
 namespace {
@@ -24,12 +25,13 @@ LargeTimeWindow::LargeTimeWindow(Form& form, Record& record, const Controls& con
     connect(canvas, &PlotCanvas::Pressed, this, [this](Qt::MouseButton button) {
         if (button == Qt::RightButton) {
             form_.lower();
-        } else if (button == Qt::LeftButton && form_.windowHandle() != nullptr) {
-            form_.windowHandle()->startSystemMove();
         }
     });
+    new WindowMover(*canvas);
     connect(canvas, &PlotCanvas::DoubleClicked, this, &LargeTimeWindow::Canvas_DblClick);
     connect(&form_, &Form::Resized, this, &LargeTimeWindow::Form_Resize);
+    // The change of timebase asks for its new text before the knob has it.
+    connect(controls_.TimeBaseKnob, &KnobControl1::Change, this, &LargeTimeWindow::RedrawSettings);
 }
 
 QString LargeTimeWindow::Settings() const {
@@ -63,8 +65,10 @@ void LargeTimeWindow::Form_Resize() {
     const int line = QFontMetrics(form_.font()).height();
     auto* canvas = form_.control<PlotCanvas>("Canvas");
     const int height = form_.height() > 2 * line ? form_.height() - 2 * line : canvas->height();
-    canvas->setGeometry(0, 0, form_.width(), height);
-
+    {
+        const QSignalBlocker quiet(canvas); // it asks for a plot, which comes at the end
+        canvas->setGeometry(0, 0, form_.width(), height);
+    }
     const auto toTop = [&](const char* name, int top) {
         auto* widget = form_.control<QWidget>(name);
         widget->move(widget->x(), top);

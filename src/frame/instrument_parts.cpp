@@ -2,7 +2,9 @@
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
+#include "controls/window_mover.h"
 #include "display/plot_canvas.h"
+#include "export/save_dialog.h"
 #include "frame/helpers.h"
 #include "frame/instrument.h"
 #include "frame/shut_down.h"
@@ -13,10 +15,10 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLocale>
 #include <QRadioButton>
 #include <QScreen>
 #include <QUrl>
-#include <QWindow>
 
 // The parts of the instrument, each with the controls that it reads and the calls that it makes. All are
 // made before any is connected, so that no signal meets half an instrument.
@@ -43,16 +45,22 @@ void Instrument::ConnectParts() {
     ConnectMeasurements();
     ConnectPlotWindows();
     ConnectAcquisition();
+    ConnectExport();
     ConnectSettings();
 
     runLoop->Load();
     runLoop->Connect();
     trigger->Connect();
     timebase->Connect();
+    dataTab->Connect();
     for (auto& tab : channelTabs) {
         tab->Connect();
         tab->Form_Load();
     }
+    cursorBars->Connect();
+    viewControls->Connect();
+    mathTab->Connect();
+    aboutTab->Connect();
     shell->Connect();
 }
 
@@ -77,20 +85,28 @@ void Instrument::ConnectDisplay() {
     controls.FFTPlotType0 = forms.TabForm[kMathTab]->control<QRadioButton>("FFTPlotType", 0);
 
     auto* canvas = main.control<PlotCanvas>("MainPlotCanvas");
-    plotter = std::make_unique<Plotter>(record, driver, controls, canvas->Surface(), canvas, PlotCalls{});
-    QObject::connect(canvas, &PlotCanvas::Resized, forms.MainForm, [this] { plotter->PlotNow(); });
+    plotter = std::make_unique<Plotter>(
+        record, driver, controls, canvas->Surface(), canvas,
+        PlotCalls{.WorldLineUpdate = [this](double xMin, double xMax, double yMax, double yMin) {
+            cursorBars->WorldLineUpdate(xMin, xMax, yMax, yMin);
+        }});
 
-    // The view has no other part yet: each of its controls only asks for a new picture.
-    auto plotOn = [this](auto* control, auto signal) {
-        QObject::connect(control, signal, forms.MainForm, [this] {
-            plotter->PlotNow();
-            shell->SetDefaultLayering();
-        });
-    };
-    plotOn(controls.VertZoomKnob, &KnobControl1::Change);
-    plotOn(controls.HorizZoomKnob, &KnobControl1::Change);
-    plotOn(controls.VertPanSlider, &SliderControl1::Change);
-    plotOn(controls.HorizPanSlider, &SliderControl1::Change);
+    const auto plotNow = [this] { plotter->PlotNow(); };
+    for (PlotCanvas* plot : {canvas, forms.FullScreenTimeForm->control<PlotCanvas>("Canvas"),
+                             forms.FFTForm->control<PlotCanvas>("Canvas")}) {
+        QObject::connect(plot, &PlotCanvas::Resized, forms.MainForm, plotNow);
+    }
+    const auto layer = [this] { shell->SetDefaultLayering(); };
+    cursorBars =
+        std::make_unique<CursorBars>(record, driver, CursorBars::Controls::Of(main, *forms.TabForm[kCursTab]),
+                                     CursorBars::Calls{.PlotNow = plotNow, .SetDefaultLayering = layer});
+    cursorTab =
+        std::make_unique<CursorTab>(record, settings, CursorTab::Controls::Of(*forms.TabForm[kCursTab]));
+    viewControls = std::make_unique<ViewControls>(
+        record, ViewControls::Controls::Of(main),
+        ViewControls::Calls{.PlotNow = plotNow, .SetDefaultLayering = layer, .TriggerKnob_Done = [this] {
+                                trigger->TriggerKnob_Done();
+                            }});
 }
 
 QString Instrument::DataStamp() const {
@@ -113,14 +129,22 @@ void Instrument::ConnectPlotWindows() {
                                .Companions = [large]() -> PlotCompanions* { return large; },
                                .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); }});
 
+    largeTimeShot = std::make_unique<ClipboardShot>(
+        *forms.FullScreenTimeForm,
+        ClipboardShot::Calls{.SetDefaultLayering = [this] { shell->SetDefaultLayering(); },
+                             .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); },
+                             .doEvents = environment.yield});
+    spectrumShot = std::make_unique<ClipboardShot>(
+        *forms.FFTForm,
+        ClipboardShot::Calls{.SetDefaultLayering = {},
+                             .RefreshAppInfo = [info = forms.FFTForm->control<QLabel>("OtherInfoLabel"),
+                                                this] { info->setText(DataStamp()); },
+                             .doEvents = environment.yield});
+
     // The spectrum window shows its traces; its read-outs have no part yet.
     Form* spectrum = forms.FFTForm.get();
     auto* canvas = spectrum->control<PlotCanvas>("Canvas");
-    QObject::connect(canvas, &PlotCanvas::Pressed, spectrum, [spectrum](Qt::MouseButton button) {
-        if (button == Qt::LeftButton && spectrum->windowHandle() != nullptr) {
-            spectrum->windowHandle()->startSystemMove();
-        }
-    });
+    new WindowMover(*canvas);
     plotter->SetSpectrumPlot({.Surface = [canvas]() -> Canvas& { return canvas->Surface(); },
                               .RefreshAppInfo = [this, info = spectrum->control<QLabel>(
                                                            "OtherInfoLabel")] { info->setText(DataStamp()); },
@@ -130,12 +154,18 @@ void Instrument::ConnectPlotWindows() {
                               .Hide = [spectrum] { spectrum->hide(); }});
 }
 
-PerChannel<const ChannelScale*> Instrument::Scales() const {
-    PerChannel<const ChannelScale*> scales;
+PerScope<const ChannelScale*> Instrument::ScopeScales() const {
+    PerScope<const ChannelScale*> scales;
     for (int channel = 1; channel <= kScopeChannels; ++channel) {
         scales[channel] = channelTabs[channel].get();
     }
     return scales;
+}
+
+// The one table of volts: whoever reads it need not know which of the channels are worked out.
+PerChannel<const ChannelScale*> Instrument::Scales() const {
+    const auto scopes = ScopeScales();
+    return {scopes[1], scopes[2], scopes[3], scopes[4], &mathTab->Scale(1), &mathTab->Scale(2)};
 }
 
 void Instrument::ConnectMeasurements() {
@@ -191,7 +221,8 @@ void Instrument::ConnectAcquisition() {
         record, driver, acquisition, timebaseControls,
         Timebase::Calls{
             .TrigModeButton_Click = [this] { trigger->TrigModeButton_Click(); },
-            .MoveVertCursorHandle = [](int, double) {},
+            .MoveVertCursorHandle = [this](int cursor,
+                                           double time) { cursorBars->MoveVertCursorHandle(cursor, time); },
             .PlotNow = plotNow,
             .RedrawSettings = [this] { largeTime->RedrawSettings(); },
             .SkinColourAt = [this](const QWidget* control) { return skins->SkinColourAt(*control); }});
@@ -210,7 +241,7 @@ void Instrument::ConnectAcquisition() {
     runLoop = std::make_unique<RunLoop>(
         record, driver, acquisition, loopControls, Scales(),
         RunLoop::Calls{.PlotNow = plotNow,
-                       .DoMaths = [] {},
+                       .DoMaths = [this] { mathTab->DoMaths(); },
                        .PretriggerSlider_Change = [this] { trigger->PretriggerSlider_Change(); },
                        .UpdateStats = [this] { measurements->UpdateStats(); },
                        .SetDefaultLayering = layer},
@@ -235,11 +266,15 @@ void Instrument::ConnectChannels() {
             *forms.TabForm[channel], record, driver, settings, *main.timer("IDTimer"),
             main.control<PlotCanvas>("MainPlotCanvas")->Surface(), std::move(own));
     }
-    OffsetNullDialog::Scales scales;
-    for (int channel = 1; channel <= kScopeChannels; ++channel) {
-        scales[channel] = channelTabs[channel].get();
-    }
-    offsetNull = std::make_unique<OffsetNullDialog>(*forms.OffsetNullForm, record, scales);
+    offsetNull = std::make_unique<OffsetNullDialog>(*forms.OffsetNullForm, record, ScopeScales());
+    mathTab = std::make_unique<MathTab>(
+        *forms.TabForm[kMathTab], record, settings, ScopeScales(),
+        MathTab::Calls{.PlotNow = calls.PlotNow,
+                       .SetStatsVisible = calls.SetStatsVisible,
+                       .SetGroundLabelVisible =
+                           [canvas = main.control<PlotCanvas>("MainPlotCanvas")](int channel, bool visible) {
+                               canvas->GroundLabelVisible(channel, visible);
+                           }});
     horizontalTab = std::make_unique<HorizontalTab>(
         record, settings,
         HorizontalTab::Controls{.UpdateRateSlider =
@@ -253,7 +288,9 @@ void Instrument::ConnectFace() {
     Form& main = *forms.MainForm;
     skins = std::make_unique<SkinSelection>(
         record, log, SkinControls::Of(main), environment.applicationFolder, forms.SharedDIB, forms.MainRegion,
-        SkinSelection::Calls{.doEvents = environment.yield, .sleep = environment.sleep});
+        SkinSelection::Calls{.doEvents = environment.yield, .sleep = environment.sleep, .closing = [this] {
+                                 return closing.Wanted();
+                             }});
 
     TabPanels::Windows windows;
     windows.main = &main;
@@ -271,6 +308,10 @@ void Instrument::ConnectFace() {
             .bringPanelUp = [this](QWidget& panel) { forms.surface->BringPanelUp(panel); },
             .sendPanelToBack = [this](QWidget& panel) { forms.surface->SendPanelToBack(panel); }});
 
+    aboutTab =
+        std::make_unique<AboutTab>(record, driver, AboutTab::Controls::Of(*forms.TabForm[kAboutTab]),
+                                   environment.applicationFolder, AboutTab::Calls{.Show = environment.show});
+
     shell = std::make_unique<Shell>(
         record, forms, *tabPanels,
         Shell::Calls{.PlotNow = [this] { plotter->PlotNow(); },
@@ -281,6 +322,19 @@ void Instrument::ConnectFace() {
                              QDesktopServices::openUrl(
                                  QUrl::fromLocalFile(QDir(environment.applicationFolder).filePath(file)));
                          }});
+}
+
+void Instrument::ConnectExport() {
+    Form* form = forms.TabForm[kDataTab];
+    dataTab = std::make_unique<DataTab>(
+        record, driver, DataTab::Controls::Of(*form, *forms.TabForm[kMathTab]), Scales(),
+        DataTab::Calls{.AskForFile = [form](const QString& folder) { return AskForDataFile(form, folder); },
+                       .ShowFailure = [form](const QString& text) { ShowSaveFailure(form, text); },
+                       .Stamp =
+                           [] {
+                               return StampOf(QLocale::system(), QDateTime::currentDateTime(),
+                                              QStringLiteral("Corvantine ") + about::VersionText());
+                           }});
 }
 
 void Instrument::ConnectSettings() {
@@ -305,5 +359,6 @@ void Instrument::ConnectSettings() {
                              .FullScreenButton_Click = [this] { shell->FullScreenButton_Click(); },
                              .SampleDotsButton_Click = [this] { shell->SampleDotsButton_Click(); },
                              .RestoreAcquisition = [this] { acquisitionSettings->Restore(); },
-                             .SaveAcquisition = [this] { acquisitionSettings->Save(); }});
+                             .SaveAcquisition = [this] { acquisitionSettings->Save(); },
+                             .Closing = [this] { return closing.Wanted(); }});
 }

@@ -17,8 +17,14 @@ inline QString ScopeSection(const QString& suffix) {
 inline QString ChannelSection(int channel, const QString& suffix) {
     return QStringLiteral("Channel%1Settings").arg(channel) + suffix;
 }
+inline QString MathTabSection(const QString& suffix) {
+    return QStringLiteral("MathTabSettings") + suffix;
+}
 inline QString HorzTabSection(const QString& suffix) {
     return QStringLiteral("HorzTabSettings") + suffix;
+}
+inline QString CursTabSection(const QString& suffix) {
+    return QStringLiteral("CursTabSettings") + suffix;
 }
 inline QString OffsetNullSection() {
     return QStringLiteral("OffsetNull");

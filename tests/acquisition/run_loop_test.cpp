@@ -8,8 +8,6 @@ namespace {
 /// The run loop in the ways it starts, stops and guards itself; the modes have tests of their own.
 class RunLoopTest : public testing::Test {
   protected:
-    ~RunLoopTest() override { EXPECT_EQ(rig.script.violations, Calls()); }
-
     AcquisitionRig rig;
     ScriptedDriver& script = rig.script;
     Record& record = rig.record;

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
+#include <limits>
 #include <numbers>
 #include <vector>
 
@@ -46,6 +47,19 @@ TEST(MeasureLevels, TellsWhenTheConverterWasOverrun) {
     EXPECT_FALSE(MeasureLevels(Square(100, -127, 127)).clipped);
     EXPECT_TRUE(MeasureLevels(Square(100, -128, 0)).clipped);
     EXPECT_TRUE(MeasureLevels(Square(100, 0, 128)).clipped);
+}
+
+TEST(MeasureLevels, BearsSamplesOfAnySizeAndNone) {
+    const float infinite = std::numeric_limits<float>::infinity();
+    const double odd[] = {infinite, -infinite, std::numeric_limits<float>::quiet_NaN(), 3e38, -3e38, 0};
+    const RoundedRecord record = Record([&](int i) { return odd[i % 6]; });
+    const Levels levels = MeasureLevels(record);
+    EXPECT_EQ(levels.max, (1 << 30) - 1);
+    EXPECT_EQ(levels.min, -levels.max);
+    EXPECT_DOUBLE_EQ(levels.mean, 0);
+    EXPECT_TRUE(levels.clipped);
+    CrossingSpacing(record, levels.mean);
+    EXPECT_EQ(RoundedRecord(record)[2], 0);
 }
 
 TEST(CrossingSpacing, IsThePeriodOfASteadySignal) {

@@ -10,7 +10,6 @@ class ChannelTabSettings : public testing::Test {
         rig.record.PlotInhibit = true;
         rig.script.Clear();
     }
-    ~ChannelTabSettings() override { EXPECT_EQ(rig.script.violations, CallList{}); }
 
     ChannelTabRig rig{3};
     ChannelTab& tab = rig.tab;

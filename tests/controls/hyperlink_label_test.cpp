@@ -48,6 +48,21 @@ TEST_F(HyperlinkLabel, AClickOfItsSurfaceRaisesClick) {
     EXPECT_EQ(clicks.take(), 0);
 }
 
+TEST_F(HyperlinkLabel, ADoubleClickIsOneClick) {
+    QTest::mouseClick(&link, Qt::LeftButton);
+    QMouseEvent second(QEvent::MouseButtonDblClick, {5, 5}, {5, 5}, Qt::LeftButton, Qt::LeftButton, {});
+    QApplication::sendEvent(&link, &second);
+    QTest::mouseRelease(&link, Qt::LeftButton);
+    EXPECT_EQ(clicks.take(), 1);
+    QTest::mouseClick(&link, Qt::LeftButton);
+    EXPECT_EQ(clicks.take(), 1);
+}
+
+TEST_F(HyperlinkLabel, AReleaseOfAPressThatWasElsewhereIsNoClick) {
+    QTest::mouseRelease(&link, Qt::LeftButton);
+    EXPECT_EQ(clicks.take(), 0);
+}
+
 TEST_F(HyperlinkLabel, SpaceAndEnterClickIt) {
     for (auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
         QTest::keyClick(&link, key);
@@ -156,6 +171,8 @@ TEST_F(HyperlinkLabel, AHandlerMayDeleteIt) {
     doomed->resize(41, 19);
     doomed->show();
     QObject::connect(doomed, &UserControl2::Click, [&] { delete doomed; });
+    QMouseEvent down(QEvent::MouseButtonPress, {5, 5}, {5, 5}, Qt::LeftButton, Qt::LeftButton, {});
+    QApplication::sendEvent(doomed, &down);
     QMouseEvent up(QEvent::MouseButtonRelease, {5, 5}, {5, 5}, Qt::LeftButton, {}, {});
     QApplication::sendEvent(doomed, &up);
     EXPECT_TRUE(doomed.isNull());

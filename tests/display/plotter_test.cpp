@@ -23,6 +23,7 @@ class PlotterTest : public testing::Test {
     PlotterTest() : plotter(record, instrument.driver, controls.Pointers(), main, &companions, MainCalls()) {
         record.SampleDepth = kSampleDepth;
         record.DisplayExpansion = record.HeldZoom = 1;
+        record.HeldSamplePeriod = 1;
         record.TriggerMark = -1;
         instrument.script.samplePeriod.Always(1e-6F);
         plotter.SetLargeTimePlot({.Open = [this] { return largeOpen; },
@@ -75,6 +76,56 @@ class PlotterTest : public testing::Test {
     Calls events;
     Plotter plotter;
 };
+
+TEST_F(PlotterTest, ASpectrumWindowThatAsksForPlotsAsItAppearsGetsOneMore) {
+    record.ChannelOn[1] = record.ChannelFFT[1] = true;
+    int shows = 0;
+    plotter.SetSpectrumPlot({.Surface = [this]() -> Canvas& { return spectrum; },
+                             .RefreshAppInfo = {},
+                             .Canvas_UpdateStats = {},
+                             .Visible = [this] { return spectrumVisible; },
+                             .Show =
+                                 [this, &shows] {
+                                     ++shows;
+                                     plotter.PlotNow(); // its arrangement
+                                     plotter.PlotNow(); // its canvas
+                                     spectrumVisible = true;
+                                 },
+                             .Hide = {}});
+    PlotNow();
+    EXPECT_EQ(shows, 1);
+    EXPECT_EQ(spectrum.Count("Clear"), 2);
+    EXPECT_EQ(main.Count("Clear"), 2);
+    PlotNow();
+    EXPECT_EQ(shows, 1);
+    EXPECT_EQ(main.Count("Clear"), 1);
+}
+
+TEST_F(PlotterTest, ASpectrumWindowThatNeverAppearsEndsThePlotAllTheSame) {
+    record.ChannelOn[1] = record.ChannelFFT[1] = true;
+    int shows = 0;
+    plotter.SetSpectrumPlot({.Surface = [this]() -> Canvas& { return spectrum; },
+                             .RefreshAppInfo = {},
+                             .Canvas_UpdateStats = {},
+                             .Visible = [] { return false; },
+                             .Show =
+                                 [this, &shows] {
+                                     ++shows;
+                                     plotter.PlotNow();
+                                 },
+                             .Hide = {}});
+    PlotNow();
+    EXPECT_EQ(shows, 1);
+    EXPECT_EQ(main.Count("Clear"), 2);
+}
+
+TEST_F(PlotterTest, ThePreTriggerMarkerIsRoundedToEven) {
+    record.SampleDepth = 2002; // the middle of 2001 intervals lies between two samples
+    record.TriggerMark = 1;
+    controls.PretriggerSlider.SetSliderValue(0.5F);
+    PlotNow();
+    EXPECT_EQ(main.Count("Line(1000, "), 2);
+}
 
 TEST_F(PlotterTest, DoesNothingWhilePlotInhibitIsSet) {
     record.PlotInhibit = true;
@@ -264,6 +315,7 @@ TEST_F(PlotterTest, ARecordThatNobodyHasFilledIsSurvived) {
     Plotter early(empty, instrument.driver, controls.Pointers(), main, &companions, {});
     early.PlotNow();
     EXPECT_EQ(main.calls.back(), "SetPixelScale()");
+    EXPECT_EQ(instrument.script.TakeViolations(), Calls{"GetSamplePeriod(0, 0): a held period to give back"});
 }
 
 TEST(SpectrumValue, ClampsUnderTheFloorInBothPlotTypes) {

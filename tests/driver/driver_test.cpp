@@ -37,7 +37,6 @@ TEST(DriverWrapper, HandsOverBooleansAsTheInterfaceHasThem) {
               (Calls{"SetTrigMaster(1, -1)", "SetTrigMaster(2, 0)", "SetNormTrig(3, -1)", "SetRISMode(4, 1)",
                      "SetRISMode(4, 0)", "SetUpFrontEnd(1, 2, -1, 0, 0)", "SetUpFrontEnd(1, 0, 0, -1, 0)",
                      "InitScope(1, -1)", "GetSamplePeriod(-1, 0)"}));
-    EXPECT_TRUE(instrument.script.violations.empty());
 }
 
 TEST(DriverWrapper, DepthIsAlways3000) {
@@ -82,6 +81,9 @@ TEST(DriverWrapper, ClampsSamplesOfAllFourRowsAndNothingBehindTheBlocks) {
     EXPECT_EQ(bad(kSampleRow, 512), 0);
     EXPECT_EQ(bad(kSampleRow + 512, kSampleRow - 512), kSampleRow - 512);
     EXPECT_EQ(bad(3 * kSampleRow, kSampleRow), kSampleRow);
+    EXPECT_EQ(instrument.script.TakeViolations(),
+              (Calls{"GetBufferBlocksMultiChan(2, 3, 1): channels 1..4",
+                     "GetBufferBlocksMultiChan(2, 3, 1): 6 blocks fill a row"}));
 }
 
 TEST(DriverWrapper, NoBlocksBeyondTheBufferAreAskedFor) {
@@ -105,7 +107,6 @@ TEST(DriverWrapper, CutsIncrementsToTheBuffer) {
     EXPECT_EQ(instrument.driver.GetBufferIncremental(1, buffer.data(), 0, 20), 0);
     EXPECT_EQ(instrument.script.calls,
               (Calls{"GetBufferIncremental(1, 73, 3000)", "GetBufferIncremental(1, 3072, 1)"}));
-    EXPECT_TRUE(instrument.script.violations.empty());
 }
 
 TEST(DriverWrapper, ClampsTheIncrementAndNothingElse) {
@@ -185,6 +186,7 @@ TEST(DriverWrapper, HeldDataKeepTheirOwnPeriod) {
     instrument.driver.GetSamplePeriod(true, 0);
     EXPECT_EQ(instrument.driver.GetSamplePeriod(false, 4e-6), 4e-6F);
     EXPECT_EQ(instrument.driver.GetSamplePeriod(false, 0), 1e-3F);
+    EXPECT_EQ(instrument.script.TakeViolations(), Calls{"GetSamplePeriod(0, 0): a held period to give back"});
     EXPECT_EQ(instrument.driver.GetSamplePeriod(true, 0), 1e-3F);
     EXPECT_EQ(instrument.driver.GetSamplePeriod(false, 4e-6), 5e-6F);
     EXPECT_EQ(instrument.driver.GetSamplePeriod(true, 0), 1e-3F) << "what was held is not what runs";
@@ -195,7 +197,23 @@ TEST(DriverWrapper, RescaledSamplesAreNumbers) {
     const std::vector<float> source = {1, kNaN, -1, 0};
     std::vector<float> destination = {9, 9, 9, 9};
     instrument.driver.ReScaleSampleData(source.data(), destination.data(), 3, 0, 0, 1, 0);
-    EXPECT_EQ(destination, (std::vector<float>{32767, 0, -32767, 9}));
+    EXPECT_EQ(destination, (std::vector<float>{67108864, 0, -67108864, 9}));
+    EXPECT_EQ(instrument.script.TakeViolations(),
+              (Calls{"ReScaleSampleData(3, 0, 0, 1, 0): a whole record",
+                     "ReScaleSampleData(3, 0, 0, 1, 0): volts per division"}));
+}
+
+TEST(DriverWrapper, AThousandfoldRescalingKeepsTheVoltage) {
+    ScriptedInstrument instrument;
+    std::vector<float> source(kSampleDepth);
+    for (int i = 0; i < kSampleDepth; ++i) {
+        source[static_cast<std::size_t>(i)] = static_cast<float>(i % 2 == 0 ? i : -i) * 10;
+    }
+    std::vector<float> destination(kSampleDepth);
+    instrument.driver.ReScaleSampleData(source.data(), destination.data(), kSampleDepth, 0, 0, 30, 0.03F);
+    for (std::size_t i = 0; i < source.size(); ++i) {
+        EXPECT_NEAR(destination[i] * 0.03, source[i] * 30.0, 1e-6 * std::abs(source[i] * 30.0)) << i;
+    }
 }
 
 TEST(DriverWrapper, DemonstrationSamplesAreNumbers) {

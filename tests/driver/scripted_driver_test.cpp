@@ -1,6 +1,7 @@
 #include "support/scripted_driver.h"
 
 #include <gmock/gmock.h>
+#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -73,19 +74,19 @@ TEST(ScriptedDriver, AcceptsAWholeLife) {
     driver.SetNormTrig(3, false);
     driver.Close(1);
     driver.CloseDrvr(handle);
-    EXPECT_THAT(instrument.script.violations, IsEmpty());
 }
 
 TEST(ScriptedDriver, NotesCallsOutsideTheLibrarysLife) {
     ScriptedInstrument early(4, ScriptedInstrument::State::BeforeStartUp);
     early.driver.AcquisitionStart(1);
-    EXPECT_THAT(early.script.violations, ElementsAre(HasSubstr("not open"), HasSubstr("before Enumerate")));
+    EXPECT_THAT(early.script.TakeViolations(),
+                ElementsAre(HasSubstr("not open"), HasSubstr("before Enumerate")));
 
     ScriptedInstrument late;
     late.driver.CloseDrvr(77);
-    EXPECT_THAT(late.script.violations, IsEmpty());
+    EXPECT_THAT(late.script.TakeViolations(), IsEmpty());
     late.driver.AcquisitionEnd(1);
-    EXPECT_THAT(late.script.violations, ElementsAre("AcquisitionEnd(1): the library is closed"));
+    EXPECT_THAT(late.script.TakeViolations(), ElementsAre("AcquisitionEnd(1): the library is closed"));
 }
 
 TEST(ScriptedDriver, NotesWhatADriverNeedNotAccept) {
@@ -129,7 +130,7 @@ TEST(ScriptedDriver, NotesWhatADriverNeedNotAccept) {
     for (const auto& [name, use] : uses) {
         ScriptedInstrument instrument(2);
         use(instrument.driver);
-        EXPECT_THAT(instrument.script.violations, SizeIs(1)) << name;
+        EXPECT_THAT(instrument.script.TakeViolations(), SizeIs(1)) << name;
     }
 }
 
@@ -143,7 +144,15 @@ TEST(ScriptedDriver, CallsOnUnusedChannelsThatTheProgramMakesAreFine) {
     instrument.driver.SetDetectLine(2, -1, 0);
     instrument.driver.AcquisitionStart(2);
     EXPECT_FALSE(instrument.driver.PortOpen(2));
-    EXPECT_THAT(instrument.script.violations, IsEmpty());
+}
+
+TEST(ScriptedDriver, FailsTheTestThatLeavesAViolation) {
+    const auto leave = [](int type) {
+        ScriptedInstrument instrument;
+        instrument.driver.SetTrigType(1, type);
+    };
+    leave(3);
+    EXPECT_NONFATAL_FAILURE(leave(4), "SetTrigType(1, 4): type 0..3");
 }
 
 } // namespace

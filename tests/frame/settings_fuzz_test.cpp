@@ -110,7 +110,7 @@ TEST_P(DamagedSettings, NeitherCrashNorLeaveAControlOutOfItsRange) {
         Write(name, damaged);
         RestoreAll();
         ExpectUsable();
-        EXPECT_THAT(script().violations, testing::IsEmpty());
+        EXPECT_THAT(script().TakeViolations(), testing::IsEmpty());
         if (HasFailure()) {
             ADD_FAILURE() << "file " << i << ":\n" << damaged.left(4000).toStdString();
         }

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -61,6 +62,12 @@ ScriptedDriver::ScriptedDriver(int count) : interfaces(count) {
     });
 }
 
+ScriptedDriver::~ScriptedDriver() {
+    for (const std::string& violation : violations) {
+        ADD_FAILURE() << "a driver need not accept " << violation;
+    }
+}
+
 void ScriptedDriver::SkipStartUp() {
     opened = true;
     enumerated_ = true;
@@ -72,6 +79,10 @@ void ScriptedDriver::SkipStartUp() {
 
 std::vector<std::string> ScriptedDriver::TakeCalls() {
     return std::exchange(calls, {});
+}
+
+std::vector<std::string> ScriptedDriver::TakeViolations() {
+    return std::exchange(violations, {});
 }
 
 std::vector<std::string> ScriptedDriver::CallsOf(std::initializer_list<std::string_view> operations) const {
@@ -100,7 +111,7 @@ int ScriptedDriver::Count(std::string_view operation) const {
 
 void ScriptedDriver::Expect(bool holds, std::string_view rule) {
     if (!holds) {
-        violations.push_back(calls.back() + ": " + std::string(rule));
+        violations.push_back(lastCall_ + ": " + std::string(rule));
     }
 }
 
@@ -110,6 +121,7 @@ template <class... Args> void ScriptedDriver::Call(std::string_view operation, A
     std::string_view between;
     ((text += between, text += Text(args), between = ", "), ...);
     text += ')';
+    lastCall_ = text;
     calls.push_back(std::move(text));
     Expect(opened, "the library is not open");
     Expect(!closed, "the library is closed");

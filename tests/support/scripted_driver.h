@@ -41,7 +41,8 @@ template <class Result, class... Args> class Script {
 };
 
 /// A driver that does what a test tells it, records every call with its arguments in order, and is as
-/// strict as the interface: whatever a driver need not accept is noted in violations.
+/// strict as the interface: whatever a driver need not accept is noted in violations, and what is left of
+/// those at its end fails the test.
 class ScriptedDriver : public DriverBackend {
   public:
     struct Module {
@@ -63,6 +64,9 @@ class ScriptedDriver : public DriverBackend {
 
     /// modules: how many of the slots 1..4 hold a Corvantine, with serial "SN000c", port 3 + c.
     explicit ScriptedDriver(int modules = kScopeChannels);
+    ~ScriptedDriver() override;
+    ScriptedDriver(const ScriptedDriver&) = delete;
+    ScriptedDriver& operator=(const ScriptedDriver&) = delete;
 
     /// The state after a start-up, reached without a recorded call: the library is open, so are all modules
     /// (all four channels if there are none, in demonstration mode).
@@ -76,6 +80,8 @@ class ScriptedDriver : public DriverBackend {
     void Clear() { calls.clear(); }
     /// The calls so far, which are then forgotten.
     std::vector<std::string> TakeCalls();
+    /// The violations so far, for the test that provokes them.
+    std::vector<std::string> TakeViolations();
     /// Only the calls of these operations (names without arguments), or all but them.
     std::vector<std::string> CallsOf(std::initializer_list<std::string_view> operations) const;
     std::vector<std::string> CallsBut(std::initializer_list<std::string_view> operations) const;
@@ -190,6 +196,7 @@ class ScriptedDriver : public DriverBackend {
     void Expect(bool holds, std::string_view rule);
 
     bool enumerated_ = false;
+    std::string lastCall_;
 };
 
 /// A scripted driver behind the wrapper that the program uses, with the script still in reach.
