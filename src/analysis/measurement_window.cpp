@@ -6,13 +6,13 @@
 #include "controls/form.h"
 #include "controls/number_format.h"
 #include "controls/picture.h"
+#include "controls/window_mover.h"
 #include "driver/driver.h"
 #include "frame/helpers.h"
 
 #include <QCheckBox>
 #include <QFrame>
 #include <QLabel>
-#include <QWindow>
 #include <algorithm>
 #include <cmath>
 
@@ -70,15 +70,11 @@ MeasurementWindow::MeasurementWindow(Form& form, Record& record, Driver& driver,
                                      const Controls& controls)
     : form_(form), record_(record), driver_(driver), scales_(scales), controls_(controls) {
     // The window is moved by its headings and by what shows of its ground.
-    const auto move = [this] {
-        if (form_.windowHandle() != nullptr) {
-            form_.windowHandle()->startSystemMove();
-        }
-        form_.raise();
-    };
-    connect(&form_, &Form::Pressed, this, move);
+    new WindowMover(form_);
+    connect(&form_, &Form::Pressed, this, [this] { form_.raise(); });
     for (Picture* heading : form_.findChildren<Picture*>()) {
-        connect(heading, &Picture::MouseDown, this, move);
+        new WindowMover(*heading);
+        connect(heading, &Picture::MouseDown, this, [this] { form_.raise(); });
     }
 }
 

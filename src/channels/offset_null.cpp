@@ -3,10 +3,10 @@
 #include "controls/button_control.h"
 #include "controls/form.h"
 #include "controls/number_format.h"
+#include "controls/window_mover.h"
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QWindow>
 #include <algorithm>
 
 OffsetNullDialog::OffsetNullDialog(Form& form, Record& record, const Scales& scales)
@@ -22,11 +22,7 @@ OffsetNullDialog::OffsetNullDialog(Form& form, Record& record, const Scales& sca
     button("DoneNullButton", &OffsetNullDialog::DoneNullButton_Click);
     connect(WaitForUpdateTimer1, &QTimer::timeout, this, &OffsetNullDialog::WaitForUpdateTimer1_Timer);
     connect(WaitForUpdateTimer2, &QTimer::timeout, this, &OffsetNullDialog::WaitForUpdateTimer2_Timer);
-    connect(&form, &Form::Pressed, this, [this] {
-        if (form_.windowHandle() != nullptr) {
-            form_.windowHandle()->startSystemMove();
-        }
-    });
+    new WindowMover(form);
 }
 
 void OffsetNullDialog::PointAt(int channel, int range) {

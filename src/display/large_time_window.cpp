@@ -4,6 +4,7 @@
 #include "controls/colour.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
+#include "controls/window_mover.h"
 #include "display/plot_canvas.h"
 #include "frame/channel_sets.h"
 
@@ -11,7 +12,6 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
-#include <QWindow>
 #include <utility>
 
 namespace {
@@ -24,10 +24,9 @@ LargeTimeWindow::LargeTimeWindow(Form& form, Record& record, const Controls& con
     connect(canvas, &PlotCanvas::Pressed, this, [this](Qt::MouseButton button) {
         if (button == Qt::RightButton) {
             form_.lower();
-        } else if (button == Qt::LeftButton && form_.windowHandle() != nullptr) {
-            form_.windowHandle()->startSystemMove();
         }
     });
+    new WindowMover(*canvas);
     connect(canvas, &PlotCanvas::DoubleClicked, this, &LargeTimeWindow::Canvas_DblClick);
     connect(&form_, &Form::Resized, this, &LargeTimeWindow::Form_Resize);
 }

@@ -13,6 +13,7 @@
 #include "display/large_time_window.h"
 #include "display/plotter.h"
 #include "driver/driver.h"
+#include "export/data_tab.h"
 #include "frame/debug_log.h"
 #include "frame/environment.h"
 #include "frame/forms.h"
@@ -63,6 +64,7 @@ struct Instrument {
     std::unique_ptr<Trigger> trigger;
     std::unique_ptr<Timebase> timebase;
     std::unique_ptr<HorizontalTab> horizontalTab;
+    std::unique_ptr<DataTab> dataTab;
     PerScope<std::unique_ptr<ChannelTab>> channelTabs;
     std::unique_ptr<MathTab> mathTab;
     std::unique_ptr<SkinSelection> skins;
@@ -81,6 +83,7 @@ struct Instrument {
     void ConnectFace();
     void ConnectMeasurements();
     void ConnectPlotWindows();
+    void ConnectExport();
     QString DataStamp() const;
     void ConnectSettings();
 };

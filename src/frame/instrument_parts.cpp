@@ -2,7 +2,9 @@
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
+#include "controls/window_mover.h"
 #include "display/plot_canvas.h"
+#include "export/save_dialog.h"
 #include "frame/helpers.h"
 #include "frame/instrument.h"
 #include "frame/shut_down.h"
@@ -13,10 +15,10 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLocale>
 #include <QRadioButton>
 #include <QScreen>
 #include <QUrl>
-#include <QWindow>
 
 // The parts of the instrument, each with the controls that it reads and the calls that it makes. All are
 // made before any is connected, so that no signal meets half an instrument.
@@ -43,12 +45,14 @@ void Instrument::ConnectParts() {
     ConnectMeasurements();
     ConnectPlotWindows();
     ConnectAcquisition();
+    ConnectExport();
     ConnectSettings();
 
     runLoop->Load();
     runLoop->Connect();
     trigger->Connect();
     timebase->Connect();
+    dataTab->Connect();
     for (auto& tab : channelTabs) {
         tab->Connect();
         tab->Form_Load();
@@ -118,11 +122,7 @@ void Instrument::ConnectPlotWindows() {
     // The spectrum window shows its traces; its read-outs have no part yet.
     Form* spectrum = forms.FFTForm.get();
     auto* canvas = spectrum->control<PlotCanvas>("Canvas");
-    QObject::connect(canvas, &PlotCanvas::Pressed, spectrum, [spectrum](Qt::MouseButton button) {
-        if (button == Qt::LeftButton && spectrum->windowHandle() != nullptr) {
-            spectrum->windowHandle()->startSystemMove();
-        }
-    });
+    new WindowMover(*canvas);
     plotter->SetSpectrumPlot({.Surface = [canvas]() -> Canvas& { return canvas->Surface(); },
                               .RefreshAppInfo = [this, info = spectrum->control<QLabel>(
                                                            "OtherInfoLabel")] { info->setText(DataStamp()); },
@@ -297,6 +297,19 @@ void Instrument::ConnectFace() {
                              QDesktopServices::openUrl(
                                  QUrl::fromLocalFile(QDir(environment.applicationFolder).filePath(file)));
                          }});
+}
+
+void Instrument::ConnectExport() {
+    Form* form = forms.TabForm[kDataTab];
+    dataTab = std::make_unique<DataTab>(
+        record, driver, DataTab::Controls::Of(*form, *forms.TabForm[kMathTab]), Scales(),
+        DataTab::Calls{.AskForFile = [form](const QString& folder) { return AskForDataFile(form, folder); },
+                       .ShowFailure = [form](const QString& text) { ShowSaveFailure(form, text); },
+                       .Stamp =
+                           [] {
+                               return StampOf(QLocale::system(), QDateTime::currentDateTime(),
+                                              QStringLiteral("Corvantine ") + about::VersionText());
+                           }});
 }
 
 void Instrument::ConnectSettings() {

@@ -2,12 +2,12 @@
 
 #include "controls/form.h"
 #include "controls/picture.h"
+#include "controls/window_mover.h"
 #include "skin/dib_section_region.h"
 #include "skin/instrument_icon.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QCursor>
 #include <QWindow>
 
 namespace {
@@ -58,19 +58,7 @@ void Surface::MakeRoom(const QRect& anchor) {
 }
 
 void Surface::MoveBy(Picture& picture) {
-    connect(&picture, &Picture::MouseDown, this, [this] { StartMove(QCursor::pos()); });
-    connect(&picture, &Picture::MouseMove, this, [this](Qt::MouseButtons buttons) {
-        if (dragging_ && buttons != Qt::NoButton) {
-            move(QCursor::pos() - grip_);
-        }
-    });
-    connect(&picture, &Picture::MouseUp, this, [this] { dragging_ = false; });
-}
-
-void Surface::StartMove(QPoint from) {
-    // Without a window manager that moves windows the surface follows the pointer by itself.
-    dragging_ = windowHandle() == nullptr || !windowHandle()->startSystemMove();
-    grip_ = from - pos();
+    new WindowMover(picture);
 }
 
 QPoint Surface::FacePlace() const {

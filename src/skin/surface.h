@@ -59,7 +59,6 @@ class Surface : public QWidget {
 
   private:
     void TakeOutline();
-    void StartMove(QPoint from);
     void ConfirmPlace();
     QPoint FacePlace() const;
 
@@ -70,6 +69,4 @@ class Surface : public QWidget {
     bool shaped_ = false;
     bool drawn_ = false;
     std::optional<QPoint> asked_; ///< place of the window, before its first drawing
-    bool dragging_ = false;
-    QPoint grip_; ///< of the pointer on the window during a move of our own
 };
