@@ -5,6 +5,10 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+constexpr int kOverhang = 2; ///< pixels by which letters may reach beyond their advance
+} // namespace
+
 void FittedLabel::Begin(std::vector<Room> rooms) {
     rooms_ = std::move(rooms);
     room_ = 0;
@@ -14,7 +18,7 @@ void FittedLabel::Begin(std::vector<Room> rooms) {
 
 bool FittedLabel::Fits(const QString& text) const {
     const Room& room = rooms_[room_];
-    return QFontMetrics(room.fonts[font_]).horizontalAdvance(text) <= room.line.width();
+    return QFontMetrics(room.fonts[font_]).horizontalAdvance(text) + kOverhang <= room.line.width();
 }
 
 bool FittedLabel::Show(const QString& text) {
@@ -23,7 +27,9 @@ bool FittedLabel::Show(const QString& text) {
     }
     const auto room = room_;
     const auto font = font_;
-    const auto last = [this] { return room_ + 1 == rooms_.size() && font_ + 1 == rooms_[room_].fonts.size(); };
+    const auto last = [this] {
+        return room_ + 1 == rooms_.size() && font_ + 1 == rooms_[room_].fonts.size();
+    };
     while (!Fits(text) && !last()) {
         if (++font_ == rooms_[room_].fonts.size()) {
             ++room_;

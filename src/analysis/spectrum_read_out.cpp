@@ -9,10 +9,10 @@
 namespace {
 
 constexpr double kLastBin = kSpectrumBins - 1;
-constexpr double kZeroDecibels = 24;  ///< plot value of 0 dB
-constexpr double kLinearBottom = 30;  ///< plot units from the bottom to the middle
-constexpr double kLinearScale = 120;  ///< plot units to one of the magnitude
-constexpr double kFullScale = 0.5;    ///< magnitude of a full-scale sine
+constexpr double kZeroDecibels = 24; ///< plot value of 0 dB
+constexpr double kLinearBottom = 30; ///< plot units from the bottom to the middle
+constexpr double kLinearScale = 120; ///< plot units to one of the magnitude
+constexpr double kFullScale = 0.5;   ///< magnitude of a full-scale sine
 constexpr double kStepsOfFullScale = 128;
 constexpr float kDivisions = 10;
 constexpr float kIntervals = 20;

@@ -4,6 +4,7 @@
 #include "controls/fonts.h"
 #include "controls/form.h"
 #include "controls/plot_window_design.h"
+#include "controls/window_mover.h"
 #include "display/plot_canvas.h"
 #include "driver/driver.h"
 
@@ -11,12 +12,14 @@
 #include <QFontMetrics>
 #include <QLabel>
 #include <QRadioButton>
-#include <QWindow>
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace {
 
 constexpr CrossHair kMiddle{(1 + kSpectrumBins - 1) / 2.0, 0};
+constexpr QSize kLeast{520, 160}; ///< below it the stamp has no room beside the key
 constexpr int kMargin = 4;
 constexpr int kSmallest = 9; ///< pixels; what is smaller nobody reads
 
@@ -29,12 +32,6 @@ std::vector<QFont> Fonts(const QFont& formFont) {
         fonts.push_back(narrow);
     }
     return fonts;
-}
-
-void Show(QLabel* label, const QString& text) {
-    if (label->text() != text) {
-        label->setText(text);
-    }
 }
 
 void Put(QWidget* widget, const QRect& place) {
@@ -51,16 +48,21 @@ SpectrumWindow::SpectrumWindow(Form& form, Record& record, Driver& driver, const
       calls_(std::move(calls)), Canvas_(form.control<PlotCanvas>("Canvas")),
       FFTCursorLineVert(form.control<QWidget>("FFTCursorLineVert")),
       FFTCursorLineHoriz(form.control<QWidget>("FFTCursorLineHoriz")),
-      TitleLabel(form.control<QLabel>("TitleLabel")), OtherInfoLabel(form.control<QLabel>("OtherInfoLabel")),
+      TitleLabel(form.control<QLabel>("TitleLabel")),
+      OtherInfoLabel(*form.control<QLabel>("OtherInfoLabel"), FittedLabel::Grow::Up),
       FFTStatsFreq(*form.control<QLabel>("FFTStatsFreq"), FittedLabel::Grow::Down),
       FFTStatsMag(*form.control<QLabel>("FFTStatsMag"), FittedLabel::Grow::Up), cross_(kMiddle) {
     connect(Canvas_, &PlotCanvas::Pressed, this, [this](Qt::MouseButton button, double x, double y) {
         Canvas_MouseDown(button, {x, y});
     });
-    connect(Canvas_, &PlotCanvas::Moved, this,
-            [this](Qt::MouseButtons, double x, double y) { Canvas_MouseMove({x, y}); });
+    connect(Canvas_, &PlotCanvas::Moved, this, [this](Qt::MouseButtons, double x, double y) {
+        Canvas_MouseMove({x, y});
+    });
     connect(&form_, &Form::Resized, this, &SpectrumWindow::Form_Resize);
+    new WindowMover(*Canvas_);
+    new WindowMover(form_);
     form_.installEventFilter(this);
+    form_.setMinimumSize(kLeast);
     BeginLabels();
 }
 
@@ -83,7 +85,7 @@ SpectrumPlot SpectrumWindow::Plot() {
 }
 
 void SpectrumWindow::RefreshAppInfo() {
-    Show(OtherInfoLabel, calls_.MakeDataStamp());
+    OtherInfoLabel.Show(calls_.MakeDataStamp());
 }
 
 void SpectrumWindow::Canvas_MouseDown(Qt::MouseButton button, CrossHair at) {
@@ -93,14 +95,6 @@ void SpectrumWindow::Canvas_MouseDown(Qt::MouseButton button, CrossHair at) {
             Canvas_UpdateStats();
         }
         CursorLocked = !CursorLocked;
-    } else if (button == Qt::LeftButton) {
-        MoveWindow();
-    }
-}
-
-void SpectrumWindow::MoveWindow() {
-    if (form_.windowHandle() != nullptr) {
-        form_.windowHandle()->startSystemMove();
     }
 }
 
@@ -171,7 +165,10 @@ void SpectrumWindow::BeginLabels() {
         return QRect(left, top, std::max(0, width - kMargin - left), line);
     };
     FFTStatsFreq.Begin({{row(besideTitle, 0), fonts}, {row(kMargin, 0), fonts}});
-    FFTStatsMag.Begin({{row(kPlotWindowTextLeft, Canvas_->geometry().bottom() + 1), fonts}});
+    const int below = Canvas_->geometry().bottom() + 1;
+    const int besideKey = form_.control<QWidget>("IdentFrame")->x() - kPlotWindowTextLeft;
+    FFTStatsMag.Begin({{row(kPlotWindowTextLeft, below), fonts}});
+    OtherInfoLabel.Begin({{QRect(kPlotWindowTextLeft, below + line, besideKey, line), fonts}});
 }
 
 void SpectrumWindow::Form_Resize() {
@@ -181,11 +178,11 @@ void SpectrumWindow::Form_Resize() {
 
     auto* clipboard = form_.control<QWidget>("ClipboardButton");
     clipboard->move(clipboard->x(), line + height);
-    OtherInfoLabel->move(OtherInfoLabel->x(), line + height + line);
-    TitleLabel->setGeometry(kMargin, 0, QFontMetrics(TitleLabel->font()).horizontalAdvance(TitleLabel->text()),
-                            line);
+    TitleLabel->setGeometry(kMargin, 0,
+                            QFontMetrics(TitleLabel->font()).horizontalAdvance(TitleLabel->text()), line);
     PlaceLines();
     auto* key = form_.control<QWidget>("IdentFrame");
+    key->resize(key->width(), line);
     key->move(Canvas_->width() - key->width(), form_.height() - key->height());
     for (int channel = 1; channel <= kAllChannels; ++channel) {
         auto* label = form_.control<QLabel>("Ch", channel);

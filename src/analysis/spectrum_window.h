@@ -51,7 +51,6 @@ class SpectrumWindow : public QObject {
   private:
     void Canvas_MouseDown(Qt::MouseButton button, CrossHair at);
     void Canvas_MouseMove(CrossHair at);
-    void MoveWindow();
     void PlaceLines();
     void BeginLabels();
     std::span<const SpectrumReading> Read();
@@ -67,7 +66,7 @@ class SpectrumWindow : public QObject {
     QWidget* FFTCursorLineVert;
     QWidget* FFTCursorLineHoriz;
     QLabel* TitleLabel;
-    QLabel* OtherInfoLabel;
+    FittedLabel OtherInfoLabel;
     FittedLabel FFTStatsFreq;
     FittedLabel FFTStatsMag;
 
