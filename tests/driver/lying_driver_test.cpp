@@ -1,5 +1,6 @@
 #include "driver/driver.h"
 #include "driver/library_backend.h"
+#include "driver/lies.h"
 
 #include "frame/samples.h"
 
@@ -12,34 +13,6 @@
 #include <vector>
 
 namespace {
-
-constexpr const char* kLies[] = {
-    "none",
-    "silent",
-    "depth huge",
-    "depth negative",
-    "issue unterminated",
-    "forced values overwritten",
-    "name length negative",
-    "name length 102",
-    "name length huge",
-    "name length smallest",
-    "numbers huge",
-    "numbers negative",
-    "sample not a number",
-    "sample infinite",
-    "sample huge",
-    "RIS position not a number",
-    "RIS position infinite",
-    "RIS position negative",
-    "RIS position far",
-    "period zero",
-    "period negative",
-    "period not a number",
-    "period infinite",
-    "period tiny",
-    "period huge",
-};
 
 /// A driver library that breaks one rule. Buffers are on the heap and exactly as large as the interface has
 /// them, so that a sanitizer sees a single step beyond.
