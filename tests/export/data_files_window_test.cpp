@@ -45,15 +45,16 @@ class DataFilesWindow : public testing::Test {
         StartUp(*instrument);
         ASSERT_TRUE(QTest::qWaitForWindowExposed(instrument->forms.surface.get(), kPatience));
         real_mouse::Click(*Panel().control<QWidget>("Image1"));
-        ASSERT_TRUE(Until([&] {
-            const QPoint at = Button().mapToGlobal(Button().rect().center());
-            return QApplication::widgetAt(at) == &Button();
-        })) << "the panel did not come out from under the face";
+        ASSERT_TRUE(Until([&] { return InSight(Button()); }))
+            << "the panel did not come out from under the face";
     }
     void TearDown() override { ShutDown(*instrument); }
 
     const Form& Panel() { return *instrument->forms.TabForm[kDataTab]; }
     ButtonControl1& Button() { return *Panel().control<ButtonControl1>("SaveDataButton"); }
+    static bool InSight(const QWidget& widget) {
+        return QApplication::widgetAt(widget.mapToGlobal(widget.rect().center())) == &widget;
+    }
     template <class Condition> bool Until(Condition condition) {
         return QTest::qWaitFor(condition, kPatience);
     }
@@ -170,6 +171,9 @@ TEST_F(DataFilesWindow, MathChannelsAndSpectraGoWithTheRest) {
     math.control<QCheckBox>("MathChannelEn", 1)->click();
     emit math.control<ButtonControl1>("FFTButton", 0)->Click();
     ASSERT_TRUE(record.ChannelOn[5] && record.ChannelFFT[5]);
+    ASSERT_TRUE(Until([&] { return instrument->forms.FFTForm->isVisible(); }));
+    instrument->forms.FFTForm->move(0, 0); // away from the panel
+    ASSERT_TRUE(Until([&] { return InSight(Button()); }));
     for (int channel = 1; channel <= 3; ++channel) {
         real_mouse::Click(*Panel().control<QWidget>("SaveCh", channel), {12, 14});
     }
