@@ -288,7 +288,9 @@ void Instrument::ConnectFace() {
     Form& main = *forms.MainForm;
     skins = std::make_unique<SkinSelection>(
         record, log, SkinControls::Of(main), environment.applicationFolder, forms.SharedDIB, forms.MainRegion,
-        SkinSelection::Calls{.doEvents = environment.yield, .sleep = environment.sleep});
+        SkinSelection::Calls{.doEvents = environment.yield, .sleep = environment.sleep, .closing = [this] {
+                                 return closing.Wanted();
+                             }});
 
     TabPanels::Windows windows;
     windows.main = &main;
@@ -358,5 +360,6 @@ void Instrument::ConnectSettings() {
                              .FullScreenButton_Click = [this] { shell->FullScreenButton_Click(); },
                              .SampleDotsButton_Click = [this] { shell->SampleDotsButton_Click(); },
                              .RestoreAcquisition = [this] { acquisitionSettings->Restore(); },
-                             .SaveAcquisition = [this] { acquisitionSettings->Save(); }});
+                             .SaveAcquisition = [this] { acquisitionSettings->Save(); },
+                             .Closing = [this] { return closing.Wanted(); }});
 }
