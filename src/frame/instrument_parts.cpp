@@ -328,7 +328,8 @@ void Instrument::ConnectExport() {
     Form* form = forms.TabForm[kDataTab];
     dataTab = std::make_unique<DataTab>(
         record, driver, DataTab::Controls::Of(*form, *forms.TabForm[kMathTab]), Scales(),
-        DataTab::Calls{.AskForFile = [form](const QString& folder) { return AskForDataFile(form, folder); },
+        DataTab::Calls{.AskForFile = [form](const QString& folder,
+                                            auto answer) { AskForDataFile(form, folder, std::move(answer)); },
                        .ShowFailure = [form](const QString& text) { ShowSaveFailure(form, text); },
                        .Stamp =
                            [] {
