@@ -119,13 +119,14 @@ void Instrument::ConnectPlotWindows() {
     Form* spectrum = forms.FFTForm.get();
     auto* canvas = spectrum->control<PlotCanvas>("Canvas");
     new WindowMover(*canvas);
-    plotter->SetSpectrumPlot({.Surface = [canvas]() -> Canvas& { return canvas->Surface(); },
-                              .RefreshAppInfo = [this, info = spectrum->control<QLabel>(
-                                                           "OtherInfoLabel")] { info->setText(DataStamp()); },
-                              .Canvas_UpdateStats = [] {},
-                              .Visible = [spectrum] { return spectrum->isVisible(); },
-                              .Show = [spectrum] { spectrum->show(); },
-                              .Hide = [spectrum] { spectrum->hide(); }});
+    plotter->SetSpectrumPlot(
+        {.Surface = [canvas]() -> Canvas& { return canvas->Surface(); },
+         .RefreshAppInfo =
+             [this, info = spectrum->control<QLabel>("OtherInfoLabel")] { info->setText(DataStamp()); },
+         .Canvas_UpdateStats = [] {},
+         .Visible = [this, spectrum] { return tabPanels->Parked() || spectrum->isVisible(); },
+         .Show = [spectrum] { spectrum->show(); },
+         .Hide = [spectrum] { spectrum->hide(); }});
 }
 
 PerScope<const ChannelScale*> Instrument::ScopeScales() const {
@@ -271,10 +272,11 @@ void Instrument::ConnectFace() {
     windows.StatsForm = forms.StatsForm.get();
     windows.FFTForm = forms.FFTForm.get();
     windows.FullScreenTimeForm = forms.FullScreenTimeForm.get();
+    windows.OffsetNullForm = forms.OffsetNullForm.get();
     tabPanels = std::make_unique<TabPanels>(
         record, windows,
         TabPanels::Calls{
-            .mainMinimised = [this] { return forms.surface->isMinimized(); },
+            .mainMinimised = [this] { return forms.surface->IsMinimised(); },
             .bringMainToFront = [this] { forms.surface->BringFaceToFront(); },
             .bringPanelUp = [this](QWidget& panel) { forms.surface->BringPanelUp(panel); },
             .sendPanelToBack = [this](QWidget& panel) { forms.surface->SendPanelToBack(panel); }});
