@@ -8,7 +8,9 @@
 
 #include <benchmark/benchmark.h>
 
+#include <chrono>
 #include <cmath>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -29,6 +31,15 @@ Driver& Stack() {
         for (int ch = 1; ch <= kScopeChannels; ++ch) {
             driver.OpenAndReset(ch);
             driver.SetTrigMaster(ch, ch == 1);
+            driver.InitScope(ch, ch == 1);
+            driver.SetUpFrontEnd(ch, 1, true, false);
+            driver.SetOffset(ch, 0);
+            driver.SetBaseAdcClk(ch, 50);
+            driver.SetDecimationRatio(ch, 1);
+            driver.SetRISMode(ch, false);
+            driver.SetNormTrig(ch, false);
+            driver.SetPreTrigDepth(ch, 0.5F);
+            driver.SetTriggerDelay(ch, 0);
         }
         return true;
     }();
@@ -93,5 +104,23 @@ void FreshRecordOfTheSimulatedStack(benchmark::State& state) {
     }
 }
 BENCHMARK(FreshRecordOfTheSimulatedStack)->Unit(benchmark::kMicrosecond);
+
+/// A look for a trigger that does not come, in a fast signal close below the threshold, so long (ms) after
+/// the arm without a look in between.
+void PollWhileWaiting(benchmark::State& state) {
+    Driver& driver = Stack();
+    driver.SetTrigType(1, 3);
+    driver.SetTrigThresh(1, 4);
+    driver.SetNormTrig(1, true);
+    driver.AcquisitionStart(1);
+    std::this_thread::sleep_for(std::chrono::milliseconds(state.range(0)));
+    driver.GetTriggeredStatus(1);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(driver.GetTriggeredStatus(1));
+    }
+    driver.SetNormTrig(1, false);
+    driver.AcquisitionEnd(1);
+}
+BENCHMARK(PollWhileWaiting)->Arg(1)->Arg(100)->Arg(2000)->Unit(benchmark::kMicrosecond);
 
 } // namespace

@@ -11,6 +11,9 @@ namespace instrument {
 class DemoWaveforms {
   public:
     DemoWaveforms();
+    // The shapes point into the tables beside them: a copy would draw from another's.
+    DemoWaveforms(const DemoWaveforms&) = delete;
+    DemoWaveforms& operator=(const DemoWaveforms&) = delete;
 
     /// Fills count ADC steps around offset. channelLessOne 0..3; phase is the count of passes times 10.
     void Fill(double* buffer, int count, double offset, int channelLessOne, int phase) const;

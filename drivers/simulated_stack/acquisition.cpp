@@ -7,13 +7,12 @@ namespace sim {
 
 namespace {
 
-constexpr double kGap = 20;       ///< positions between two samples of a RIS pass
-constexpr double kGridAt = 0.5;   ///< where in a position the grid lies
-constexpr double kLeast = 0.2e-9; ///< as finely as the comparator is looked at
+constexpr double kGap = 20;     ///< positions between two samples of a RIS pass
+constexpr double kGridAt = 0.5; ///< where in a position the grid lies
 
 } // namespace
 
-void Acquisition::Arm(double now, const Timebase& timebase, const TriggerSettings& settings,
+void Acquisition::Arm(double now, const Timebase& timebase, const TriggerSettings& settings, bool free,
                       double risPosition) {
     timebase_ = timebase;
     risPosition_ = std::clamp(risPosition, 0.0, kGap);
@@ -23,57 +22,49 @@ void Acquisition::Arm(double now, const Timebase& timebase, const TriggerSetting
     delay_ = std::max(0.0, static_cast<double>(settings.delay));
     before_ = static_cast<int>(std::lround(std::clamp(settings.preTriggerFraction, 0.0F, 0.99F) * kDepth));
     state_ = State::Waiting;
-    // The memory before the trigger has to be full first.
-    const double ready = now + before_ * timebase.Period();
-    search_.Begin(ready, std::max(kLeast, timebase.Period() / 50));
-    if (!settings.normal) {
-        delay_ = 0;
-        TriggerAt(ready);
+    if (free) {
+        Release(now);
     }
 }
 
-void Acquisition::TriggerAt(double time) {
+bool Acquisition::Fire(double time) {
+    if (!Waiting()) {
+        return false;
+    }
+    const double before = start_;
     const double period = timebase_.Period();
     const double reference = time + delay_;
     if (timebase_.ris) {
         start_ = reference + (risPosition_ - kGridAt - before_) * period;
     } else {
-        // The clock does not wait for the trigger: the position behind it is the next sample.
+        // The clock does not wait for the trigger: the position behind it is the next sample. A module that
+        // is slower than the source has no more before the trigger than it took since its arm.
         const double clocks = std::ceil((reference - armed_) / period - 1e-6);
-        start_ = armed_ + (clocks - before_) * period;
+        start_ = armed_ + std::max(clocks - before_, 0.0) * period;
     }
     end_ = start_ + kDepth * period;
     triggered_ = true;
     state_ = State::Capturing;
+    return start_ != before;
 }
 
-void Acquisition::Release(double now) {
-    if (state_ == State::Waiting) {
-        delay_ = 0;
-        TriggerAt(std::max(now, armed_ + before_ * timebase_.Period()));
-    }
+bool Acquisition::Release(double now) {
+    delay_ = 0;
+    return Fire(std::max(now, Ready()));
 }
 
 void Acquisition::Stop(double now) {
+    Update(now);
     if (Running()) {
         state_ = State::Stopped;
         stopped_ = now;
     }
 }
 
-bool Acquisition::Update(double now, const Module* source, double longestLag) {
-    bool moved = false;
-    if (state_ == State::Waiting && source != nullptr) {
-        if (const auto time = search_.Find(*source, now, longestLag)) {
-            const double before = start_;
-            TriggerAt(*time);
-            moved = start_ != before;
-        }
-    }
+void Acquisition::Update(double now) {
     if (state_ == State::Capturing && now >= end_) {
         state_ = State::Complete;
     }
-    return moved;
 }
 
 int Acquisition::Available(double now) const {

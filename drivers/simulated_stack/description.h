@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,18 @@ namespace sim {
 
 inline constexpr int kSlots = 4;
 inline constexpr int kRanges = 3;
+
+/// What goes wrong with a module. Times are seconds of the stack since the module was opened.
+struct Faults {
+    static constexpr double kNever = std::numeric_limits<double>::infinity();
+    enum class RISPasses { Valid, Invalid, Misplaced };
+
+    double stopsAnsweringAfter = kNever;
+    double busyAfter = kNever; ///< from then on an acquisition seems to run, whatever does
+    RISPasses risPasses = RISPasses::Valid;
+    double badReadings = 0; ///< part of all readings that are no number
+    double answerTime = 0;  ///< seconds of the clock that each operation takes
+};
 
 /// One module as a stack file describes it.
 struct ModuleDescription {
@@ -30,11 +43,13 @@ struct ModuleDescription {
     std::array<float, kRanges> rangeOffsets{0, 0, 0}; ///< ADC steps
     float noise = 0;                                  ///< ADC steps RMS of the converter
     Signal signal;
+    Faults faults;
 };
 
 struct StackDescription {
     double speed = 1; ///< seconds of the stack in a second
     std::uint32_t seed = 1;
+    bool endOnViolation = false; ///< the program's first breach of the interface ends it
     std::vector<ModuleDescription> modules;
 };
 

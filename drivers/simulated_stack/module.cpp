@@ -1,6 +1,7 @@
 #include "module.h"
 
 #include <algorithm>
+#include <limits>
 #include <span>
 
 namespace sim {
@@ -11,6 +12,7 @@ constexpr std::array<double, kRanges> kVoltsPerDivision{0.03, 0.3, 3};
 constexpr double kMostSteps = 127; ///< of an 8-bit converter, ten divisions either way
 constexpr double kDivisions = 10;
 constexpr float kStepsPerPercent = 1.27F;
+constexpr float kResetOffset = 97;
 
 } // namespace
 
@@ -20,12 +22,11 @@ Module::Module(ModuleDescription description, std::uint32_t seed)
 }
 
 void Module::Reset() {
-    trigger = {};
-    description_.signal.SwitchCompensation(false);
+    description_.signal.SwitchCompensation(true);
     range_ = 0;
-    dc_ = true;
-    gnd_ = false;
-    offsetPercent_ = 0;
+    dc_ = false;
+    gnd_ = true;
+    offsetPercent_ = kResetOffset;
     rendered_ = 0;
     UpdateScale();
 }
@@ -103,6 +104,23 @@ void Module::Render(double start, double interval, int end) {
         sample = static_cast<float>(static_cast<int>(steps + (steps < 0 ? -0.5 : 0.5)));
     }
     rendered_ = end;
+}
+
+void Module::Read(float* out, int start, int count) {
+    std::copy_n(memory_.data() + start, count, out);
+    const double part = description_.faults.badReadings;
+    if (part <= 0) {
+        return;
+    }
+    using Float = std::numeric_limits<float>;
+    constexpr std::array<float, 3> kBad{Float::quiet_NaN(), Float::infinity(), -Float::infinity()};
+    for (float& sample : std::span(out, static_cast<std::size_t>(count))) {
+        bad_ += part;
+        if (bad_ >= 1) {
+            bad_ -= 1;
+            sample = kBad[badCount_++ % kBad.size()];
+        }
+    }
 }
 
 } // namespace sim

@@ -6,17 +6,6 @@
 
 namespace sim {
 
-/// What AcquisitionStart arms a module's comparator for.
-struct TriggerSettings {
-    enum Type { LessThan, GreaterThan, FallingEdge, RisingEdge };
-    std::int32_t type = RisingEdge;
-    float thresholdPercent = 0;
-    float preTriggerFraction = 0.5F;
-    float delay = 0; ///< seconds
-    bool normal = false;
-    bool isSource = false;
-};
-
 /// One channel: the front end from the probe's tip to the converter, and the record memory behind it.
 class Module {
   public:
@@ -26,10 +15,8 @@ class Module {
 
     const ModuleDescription& Description() const { return description_; }
 
-    bool open = false;
-    bool drivesLine = false;
-    TriggerSettings trigger;
-
+    /// To a state that no program sets: the input grounded, the trace at the upper end, the compensation
+    /// output on. What the program forgets to set shows.
     void Reset();
     void SetUpFrontEnd(int range, bool dc, bool gnd);
     void SetOffset(float percent);
@@ -47,7 +34,8 @@ class Module {
     int Rendered() const { return rendered_; }
     /// Converts up to position end the samples at start, start + interval, ... that are not there yet.
     void Render(double start, double interval, int end);
-    const float* Memory() const { return memory_.data(); }
+    /// Copies count samples from start on; some of them are no number if the module is so described.
+    void Read(float* out, int start, int count);
 
   private:
     void UpdateScale();
@@ -63,6 +51,8 @@ class Module {
     std::uint32_t noiseState_;
     std::array<float, kMemory> memory_{};
     int rendered_ = 0;
+    double bad_ = 0; ///< of the next reading that is no number, what is there already
+    std::uint32_t badCount_ = 0;
 };
 
 } // namespace sim

@@ -1,6 +1,7 @@
 #include "stack.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace sim {
@@ -10,15 +11,6 @@ namespace {
 /// Times never come near 0, so that what lies a record before now is a time too; and not at a round number
 /// of nanoseconds, so that no sample falls right on the edge of a signal with round figures.
 constexpr double kEpoch = 1 + 0.37e-9;
-constexpr double kLongestLag = 0.2; ///< real seconds that a trigger may be found late
-
-bool IsSlot(int ch) {
-    return ch >= 1 && ch <= kSlots;
-}
-
-std::size_t At(int ch) {
-    return static_cast<std::size_t>(ch - 1);
-}
 
 } // namespace
 
@@ -47,96 +39,11 @@ int Stack::Enumerate(int port, int slot) {
             target = next++;
         }
         if (IsSlot(target)) {
-            slots_[At(target)] = std::make_unique<Module>(std::move(module), seed);
+            At(target).module = std::make_unique<Module>(std::move(module), seed);
         }
     }
     found_.clear();
     return count;
-}
-
-Module* Stack::InSlot(int ch) {
-    return IsSlot(ch) ? slots_[At(ch)].get() : nullptr;
-}
-
-Module* Stack::Open(int ch) {
-    Module* module = InSlot(ch);
-    return module != nullptr && module->open ? module : nullptr;
-}
-
-bool Stack::OpenAndReset(int ch) {
-    Module* module = InSlot(ch);
-    if (module == nullptr || !module->Description().opens) {
-        return false;
-    }
-    module->Reset();
-    module->open = true;
-    return true;
-}
-
-void Stack::Close(int ch) {
-    if (Module* module = Open(ch)) {
-        End(ch);
-        module->open = false;
-        module->drivesLine = false;
-    }
-}
-
-void Stack::SetDetectLine(int ch, bool drive) {
-    if (Module* module = Open(ch)) {
-        module->drivesLine = drive;
-    }
-}
-
-/// Whether both hang on one detect line.
-bool Stack::InStack(int ch, int other) {
-    return ch == other || (InSlot(ch)->Description().stacked && InSlot(other)->Description().stacked);
-}
-
-bool Stack::DetectLineHigh(int ch) {
-    const Module* module = Open(ch);
-    if (module == nullptr) {
-        return false;
-    }
-    bool low = heldLow_ && module->Description().stacked;
-    for (int other = 1; other <= kSlots; ++other) {
-        const Module* driver = Open(other);
-        low = low || (driver != nullptr && driver->drivesLine && InStack(ch, other));
-    }
-    return !low;
-}
-
-// A changed clock makes nonsense of a record that is under way.
-
-void Stack::SetClock(int ch, int megahertz) {
-    if (Open(ch) != nullptr && megahertz > 0) {
-        acquisition_.Stop(Now());
-        timebase_.megahertz = megahertz;
-    }
-}
-
-void Stack::SetDecimation(int ch, int ratio) {
-    if (Open(ch) != nullptr && ratio > 0) {
-        acquisition_.Stop(Now());
-        timebase_.decimation = ratio;
-    }
-}
-
-void Stack::SetRIS(int ch, bool on) {
-    if (Open(ch) != nullptr && on != timebase_.ris) {
-        acquisition_.Stop(Now());
-        timebase_.ris = on;
-    }
-}
-
-void Stack::SetNormal(int ch, bool on) {
-    if (Module* module = Open(ch)) {
-        const double now = Now();
-        Update(now);
-        module->trigger.normal = on;
-        if (!on && module == Source()) {
-            acquisition_.Release(now);
-        }
-    }
 }
 
 double Stack::Now() const {
@@ -144,134 +51,198 @@ double Stack::Now() const {
     return kEpoch + since.count() * speed_;
 }
 
-Module* Stack::Source() {
-    for (int ch = 1; ch <= kSlots; ++ch) {
-        Module* module = Open(ch);
-        if (module != nullptr && module->trigger.isSource) {
-            return module;
-        }
-    }
-    return nullptr;
+const Module* Stack::InSlot(int ch) const {
+    return IsSlot(ch) ? At(ch).module.get() : nullptr;
 }
 
-void Stack::Update(double now) {
-    const double lag = std::max(kLongestLag * speed_, Acquisition::kDepth * timebase_.Period());
-    if (acquisition_.Update(now, Source(), lag)) {
-        for (int ch = 1; ch <= kSlots; ++ch) {
-            if (capturing_[At(ch)]) {
-                InSlot(ch)->BeginRecord();
-            }
-        }
+bool Stack::Dead(const Slot& slot) const {
+    return slot.module && Now() - slot.openedAt > slot.module->Description().faults.stopsAnsweringAfter;
+}
+
+bool Stack::Answers(int ch) const {
+    return IsOpen(ch) && !Dead(At(ch));
+}
+
+Stack::Slot* Stack::Open(int ch) {
+    return Answers(ch) ? &At(ch) : nullptr;
+}
+
+Stack::Slot* Stack::OpenModule(int ch) {
+    Slot* slot = Open(ch);
+    return slot != nullptr && slot->module ? slot : nullptr;
+}
+
+bool Stack::OpenAndReset(int ch) {
+    if (!IsSlot(ch)) {
+        return false;
+    }
+    Slot& slot = At(ch);
+    if (!demonstration_ && (!slot.module || !slot.module->Description().opens)) {
+        return false;
+    }
+    std::unique_ptr<Module> module = demonstration_ ? nullptr : std::move(slot.module);
+    slot = Slot();
+    slot.module = std::move(module);
+    slot.open = true;
+    slot.openedAt = Now();
+    if (slot.module) {
+        slot.module->Reset();
+    }
+    return true;
+}
+
+void Stack::Close(int ch) {
+    if (IsOpen(ch)) {
+        End(ch);
+        At(ch).open = false;
+        At(ch).armed = false;
+        At(ch).drivesLine = false;
     }
 }
 
-void Stack::Render(int ch, double now) {
-    if (!capturing_[At(ch)]) {
-        return;
-    }
-    Module* module = InSlot(ch);
-    const bool whole = acquisition_.Complete() && !acquisition_.IsRIS();
-    // Six blocks are a little more than the depth; a full record has its clock run on for them.
-    const int end = whole ? Module::kMemory : acquisition_.Available(now);
-    module->Render(acquisition_.Start(), acquisition_.Interval(), end);
-    holdsPass_[At(ch)] = acquisition_.IsRIS() && acquisition_.Complete();
-}
-
-void Stack::Settle(int ch) {
-    if (Open(ch) != nullptr) {
-        const double now = Now();
-        Update(now);
-        Render(ch, now);
+void Stack::SetDetectLine(int ch, bool drive) {
+    if (Slot* slot = Open(ch)) {
+        slot->drivesLine = drive;
     }
 }
 
-void Stack::Start(int ch) {
-    Module* module = Open(ch);
-    if (module == nullptr) {
-        return;
+bool Stack::DetectLineHigh(int ch) const {
+    if (!Answers(ch) || !At(ch).module) {
+        return false;
     }
-    armed_[At(ch)] = true;
-    const Module* source = Source();
-    if (source != nullptr && source != module) {
-        return; // the source is armed last, and starts them all
-    }
-    const double now = Now();
+    const bool joined = At(ch).module->Description().stacked;
+    bool low = heldLow_ && joined;
     for (int other = 1; other <= kSlots; ++other) {
-        const auto slot = At(other);
-        if (capturing_[slot] && !armed_[slot]) {
-            Render(other, now);
-        }
-        capturing_[slot] = std::exchange(armed_[slot], false) && Open(other) != nullptr;
-        if (capturing_[slot]) {
-            holdsPass_[slot] = false;
-            InSlot(other)->BeginRecord();
-        }
+        const Slot& driver = At(other);
+        const bool wired = other == ch || (joined && driver.module && driver.module->Description().stacked);
+        low = low || (driver.open && driver.drivesLine && wired);
     }
-    std::uniform_real_distribution<double> gap(0, 20);
-    acquisition_.Arm(now, timebase_, module->trigger, gap(random_));
+    return !low;
 }
 
-void Stack::End(int ch) {
-    const Module* module = Open(ch);
-    if (module == nullptr) {
+// A changed front end acts from then on: what was seen before is converted as it was, and the comparator
+// does not look at it again.
+
+void Stack::SetUpFrontEnd(int ch, int range, bool dc, bool gnd) {
+    if (Slot* slot = OpenModule(ch)) {
+        Settle(*slot, Now());
+        slot->module->SetUpFrontEnd(range, dc, gnd);
+        ChangeComparator(ch);
+    }
+}
+
+void Stack::SetOffset(int ch, float percent) {
+    if (Slot* slot = OpenModule(ch)) {
+        Settle(*slot, Now());
+        slot->module->SetOffset(percent);
+        ChangeComparator(ch);
+    }
+}
+
+void Stack::SetCompensation(int ch, bool on) {
+    if (Slot* slot = OpenModule(ch)) {
+        Settle(*slot, Now());
+        slot->module->SetCompensation(on);
+        ChangeComparator(ch);
+    }
+}
+
+// A changed clock makes nonsense of a record that is under way.
+
+void Stack::SetClock(int ch, int megahertz) {
+    if (Slot* slot = Open(ch); slot != nullptr && megahertz > 0) {
+        StopRecord(ch);
+        slot->timebase.megahertz = megahertz;
+    }
+}
+
+void Stack::SetDecimation(int ch, int ratio) {
+    if (Slot* slot = Open(ch); slot != nullptr && ratio > 0) {
+        StopRecord(ch);
+        slot->timebase.decimation = ratio;
+    }
+}
+
+void Stack::SetRIS(int ch, bool on) {
+    if (Slot* slot = Open(ch); slot != nullptr && on != slot->timebase.ris) {
+        StopRecord(ch);
+        slot->timebase.ris = on;
+    }
+}
+
+double Stack::Period() const {
+    const auto first = std::find_if(slots_.begin(), slots_.end(), [](const Slot& slot) { return slot.open; });
+    return first == slots_.end() ? 0 : first->timebase.Period();
+}
+
+void Stack::SetDelay(int ch, float seconds) {
+    if (Slot* slot = Open(ch)) {
+        slot->trigger.delay = seconds;
+    }
+}
+
+void Stack::SetPreTrigger(int ch, float fraction) {
+    if (Slot* slot = Open(ch)) {
+        slot->trigger.preTriggerFraction = fraction;
+    }
+}
+
+void Stack::SetThreshold(int ch, float percent) {
+    if (Slot* slot = Open(ch)) {
+        Update(Now());
+        slot->trigger.thresholdPercent = percent;
+        ChangeComparator(ch);
+    }
+}
+
+void Stack::SetType(int ch, int type) {
+    if (Slot* slot = Open(ch)) {
+        Update(Now());
+        slot->trigger.type = type;
+        ChangeComparator(ch);
+    }
+}
+
+void Stack::SetSource(int ch, bool on) {
+    // Known here even of a module that is silent.
+    if (IsOpen(ch)) {
+        Update(Now());
+        At(ch).trigger.isSource = on;
+        search_.SkipTo(Now());
+    }
+}
+
+void Stack::SetNormal(int ch, bool on) {
+    Slot* slot = Open(ch);
+    if (slot == nullptr) {
         return;
     }
-    // One moment for all three, so that the count that stays is what was converted.
     const double now = Now();
     Update(now);
-    Render(ch, now);
-    armed_[At(ch)] = false;
-    capturing_[At(ch)] = false;
-    const bool nobody = std::none_of(capturing_.begin(), capturing_.end(), [](bool on) { return on; });
-    if (module == Source() || nobody) {
-        acquisition_.Stop(now);
+    slot->trigger.normal = on;
+    if (on || ch != Source() || !std::exchange(listening_, false)) {
+        return;
+    }
+    for (Slot& waiting : slots_) {
+        if (waiting.takesPart && waiting.acquisition.Release(now) && waiting.capturing) {
+            waiting.module->BeginRecord();
+        }
     }
 }
 
-bool Stack::Running(int ch) {
-    if (Open(ch) == nullptr) {
-        return false;
+int Stack::Source() const {
+    for (int ch = 1; ch <= kSlots; ++ch) {
+        if (IsOpen(ch) && At(ch).trigger.isSource) {
+            return ch;
+        }
     }
-    Update(Now());
-    return acquisition_.Running();
+    return 0;
 }
 
-bool Stack::Triggered(int ch) {
-    if (Open(ch) == nullptr) {
-        return false;
+void Stack::ChangeComparator(int ch) {
+    if (ch == Source()) {
+        search_.SkipTo(Now());
     }
-    Update(Now());
-    return acquisition_.Triggered();
-}
-
-int Stack::SamplesSinceArm(int ch) {
-    if (Open(ch) == nullptr) {
-        return 0;
-    }
-    const double now = Now();
-    Update(now);
-    return acquisition_.Available(now);
-}
-
-const float* Stack::Record(int ch) {
-    const Module* module = Open(ch);
-    if (module == nullptr) {
-        return nullptr;
-    }
-    Settle(ch);
-    return module->Memory();
-}
-
-Stack::Pass Stack::RISPass(int ch) {
-    const Module* module = Open(ch);
-    if (module == nullptr) {
-        return {};
-    }
-    Settle(ch);
-    if (!holdsPass_[At(ch)]) {
-        return {};
-    }
-    return {module->Memory(), acquisition_.RISPosition()};
 }
 
 } // namespace sim

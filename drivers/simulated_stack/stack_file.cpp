@@ -18,6 +18,8 @@ namespace {
 
 constexpr std::int32_t kMostInteger = std::numeric_limits<std::int32_t>::max();
 constexpr std::size_t kLongestName = 101;
+constexpr double kLongestTime = 1e9;  ///< s
+constexpr double kSlowestAnswer = 10; ///< s
 
 /// Reads line by line; throws BadLine.
 class Parser {
@@ -77,6 +79,8 @@ class Parser {
             stack_.speed = ParseNumber(value, "", 1e-6, 1e6);
         } else if (key == "seed") {
             stack_.seed = static_cast<std::uint32_t>(ParseInteger(value, 0, kMostInteger));
+        } else if (key == "on_violation") {
+            stack_.endOnViolation = OneOf(value, {"tell", "end"}) == 1;
         } else {
             throw BadLine("\"" + key + "\" is no key of a stack");
         }
@@ -115,6 +119,18 @@ class Parser {
                  });
              }},
             {"noise", [](auto& m, auto& v) { m.noise = static_cast<float>(ParseNumber(v, "", 0, 127)); }},
+            {"stops_answering_after",
+             [](auto& m, auto& v) { m.faults.stopsAnsweringAfter = ParseNumber(v, "s", 0, kLongestTime); }},
+            {"busy_after",
+             [](auto& m, auto& v) { m.faults.busyAfter = ParseNumber(v, "s", 0, kLongestTime); }},
+            {"ris_passes",
+             [](auto& m, auto& v) {
+                 m.faults.risPasses =
+                     static_cast<Faults::RISPasses>(OneOf(v, {"valid", "invalid", "misplaced"}));
+             }},
+            {"bad_readings", [](auto& m, auto& v) { m.faults.badReadings = ParseNumber(v, "", 0, 1); }},
+            {"answer_time",
+             [](auto& m, auto& v) { m.faults.answerTime = ParseNumber(v, "s", 0, kSlowestAnswer); }},
         };
         ModuleDescription& module = stack_.modules.back();
         if (key == "signal") {
@@ -140,6 +156,19 @@ class Parser {
             throw BadLine("a name has no more than " + std::to_string(kLongestName) + " characters");
         }
         return value;
+    }
+
+    /// Which of the words it is.
+    static int OneOf(const std::string& value, std::initializer_list<std::string_view> words) {
+        int number = 0;
+        std::string all;
+        for (const std::string_view word : words) {
+            if (value == word) {
+                return number;
+            }
+            all += (number++ == 0 ? "" : ", ") + std::string(word);
+        }
+        throw BadLine("\"" + value + "\" is none of " + all);
     }
 
     static std::int32_t Shown(const std::string& value) {

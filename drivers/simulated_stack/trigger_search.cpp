@@ -13,6 +13,10 @@ constexpr int kLooksPerCall = 20000;
 /// Just behind a jump, where rounding can no longer put the signal before it.
 constexpr double kSettle = 1e-10;
 
+bool IsType(std::int32_t type) {
+    return type >= TriggerSettings::LessThan && type <= TriggerSettings::RisingEdge;
+}
+
 bool IsLevel(std::int32_t type) {
     return type == TriggerSettings::LessThan || type == TriggerSettings::GreaterThan;
 }
@@ -28,11 +32,25 @@ void TriggerSearch::Begin(double from, double resolution) {
     resolution_ = resolution;
 }
 
-std::optional<double> TriggerSearch::Find(const Module& module, double now, double longestLag) {
+void TriggerSearch::SkipTo(double now) {
+    at_ = std::max(at_, now);
+}
+
+std::optional<double> TriggerSearch::Find(const Module& module, const TriggerSettings& settings, double now,
+                                          double longestLag) {
     if (now <= at_) {
         return std::nullopt;
     }
-    const TriggerSettings& settings = module.trigger;
+    at_ = std::max(at_, now - longestLag);
+    const auto found = Look(module, settings, now);
+    SkipTo(now);
+    return found;
+}
+
+std::optional<double> TriggerSearch::Look(const Module& module, const TriggerSettings& settings, double now) {
+    if (!IsType(settings.type)) {
+        return std::nullopt;
+    }
     const double threshold = static_cast<double>(settings.thresholdPercent) * kStepsPerPercent;
     const bool wantsAbove = WantsAbove(settings.type);
     // Positive on the side that fires, whichever that is.
@@ -43,11 +61,9 @@ std::optional<double> TriggerSearch::Find(const Module& module, double now, doub
     const double most = wantsAbove ? module.HighestSteps() - threshold : threshold - module.LowestSteps();
     const double least = wantsAbove ? module.LowestSteps() - threshold : threshold - module.HighestSteps();
     if (most <= 0 || (!IsLevel(settings.type) && least > 0)) {
-        at_ = now; // nothing that the signal can do would fire
-        return std::nullopt;
+        return std::nullopt; // nothing that the signal can do would fire
     }
 
-    at_ = std::max(at_, now - longestLag);
     double here = margin(at_);
     if (IsLevel(settings.type) && here > 0) {
         return at_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "acquisition.h"
 #include "module.h"
 
 #include <optional>
@@ -12,12 +13,17 @@ class TriggerSearch {
   public:
     /// From then on. resolution: how finely to look where the signal is close to the threshold.
     void Begin(double from, double resolution);
-    /// The first moment up to now, if there is one. Does a bounded amount of work and goes on from there at
-    /// the next call; of what it cannot keep up with it skips the oldest, so that it is never more than
-    /// longestLag behind.
-    std::optional<double> Find(const Module& module, double now, double longestLag);
+    /// The first moment up to now, if there is one. longestLag: how far back it looks at all. What a bounded
+    /// amount of work does not reach is given up, so that a call costs what the time since the last one
+    /// costs and no backlog grows.
+    std::optional<double> Find(const Module& module, const TriggerSettings& settings, double now,
+                               double longestLag);
+    /// Forgets what has not been looked at: what the comparator does changes now.
+    void SkipTo(double now);
 
   private:
+    std::optional<double> Look(const Module& module, const TriggerSettings& settings, double now);
+
     double at_ = 0;
     double resolution_ = 1e-9;
 };

@@ -3,6 +3,7 @@
 #include "acquisition/colours.h"
 #include "acquisition/mode_text.h"
 #include "acquisition/read_out.h"
+#include "controls/accessibility.h"
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
 #include "controls/rounding.h"
@@ -32,7 +33,9 @@ constexpr int kCursorMargin = 10;
 
 Timebase::Timebase(Record& record, Driver& driver, AcquisitionState& state, const Controls& controls,
                    Calls calls)
-    : record_(record), driver_(driver), state_(state), controls_(controls), calls_(std::move(calls)) {}
+    : record_(record), driver_(driver), state_(state), controls_(controls), calls_(std::move(calls)) {
+    MakeStatus(*controls_.AcqModeLabel, QStringLiteral("Acquisition mode"));
+}
 
 void Timebase::Connect() {
     connect(controls_.TimeBaseKnob, &KnobControl1::KnobXlateValue, this,
@@ -56,10 +59,9 @@ void Timebase::TimeBaseKnob_KnobXlateValue(float value, QString& text) {
     }
     state_.AutoTicks = kProbeSoonTicks;
     SendClocks(setting);
-    AcqModeText = ModeText(driver_.GetSamplePeriod(true, 0), record_.RISMode, record_.RollMode);
     SwitchMode();
     timeBaseState_.wasRIS = record_.RISMode;
-    controls_.AcqModeLabel->setText(AcqModeText);
+    ShowMode();
     KeepCursorsInRecord();
     DelayKnob_Change();
     FitHeldRecord();
@@ -138,6 +140,13 @@ void Timebase::EnterRIS() {
 
 void Timebase::SetRISModeInUse(bool on) {
     ForScopesInUse(record_, [&](int ch) { driver_.SetRISMode(ch, on); });
+}
+
+void Timebase::ShowMode() {
+    // The period is asked for in the new mode: the interleaved one is in force until it has been left.
+    AcqModeText = ModeText(driver_.GetSamplePeriod(true, 0), record_.RISMode, record_.RollMode);
+    controls_.AcqModeLabel->setText(AcqModeText);
+    AnnounceStatus(*controls_.AcqModeLabel);
 }
 
 void Timebase::KeepCursorsInRecord() {

@@ -66,6 +66,7 @@ class Timebase : public QObject {
     void LeaveRIS();
     void EnterRIS();
     void SetRISModeInUse(bool on);
+    void ShowMode();
     void KeepCursorsInRecord();
     void FitHeldRecord();
     float Period();

@@ -1,5 +1,7 @@
 #include "acquisition/trigger_status.h"
 
+#include "controls/accessibility.h"
+
 TriggerStatus::TriggerStatus(QLabel* label) : label_(label) {
     const std::array<QString, 5> words{QString(), QStringLiteral("trigger ?"), QStringLiteral("trigger !"),
                                        QStringLiteral("auto?"), QStringLiteral("acquiring")};
@@ -9,15 +11,19 @@ TriggerStatus::TriggerStatus(QLabel* label) : label_(label) {
         }
     }
     // When its text changes, a label of fixed size asks no layout for room, and one with a name of its own
-    // does not tell assistive technology that it is called something else now.
+    // does not tell assistive technology at every dot that it is called something else now.
     label_->setFixedSize(label_->size());
-    label_->setAccessibleName(QStringLiteral("Trigger status"));
+    MakeStatus(*label_, QStringLiteral("Trigger status"));
 }
 
 void TriggerStatus::Show(Text text) {
+    const bool another = text_ != text;
     text_ = text;
     dots_ = 0;
     Put();
+    if (another) {
+        AnnounceStatus(*label_);
+    }
 }
 
 void TriggerStatus::AddDot() {

@@ -3,10 +3,12 @@
 #include "controls/button_control.h"
 #include "controls/hyperlink_label.h"
 #include "controls/knob_control.h"
+#include "controls/picture.h"
 #include "controls/rounding.h"
 #include "controls/slider_control.h"
 #include "controls/symbol_font.h"
 
+#include <QLabel>
 #include <QRegularExpression>
 #include <algorithm>
 
@@ -22,6 +24,27 @@ QAccessible::State StateOf(const QWidget& control, QAccessible::State state) {
     }
     return state;
 }
+
+AnnouncementListener announcementListener = nullptr;
+
+void Announce(QAccessibleEvent& event) {
+    if (announcementListener != nullptr) {
+        announcementListener(event);
+    }
+    if (QAccessible::isActive()) { // else it would still look the control up
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+/// A label whose name says of what its text is the state.
+class AccessibleStatus : public QAccessibleWidget {
+  public:
+    explicit AccessibleStatus(QLabel* label) : QAccessibleWidget(label, QAccessible::StaticText) {}
+    QString text(QAccessible::Text what) const override {
+        return what == QAccessible::Description ? static_cast<const QLabel*>(widget())->text()
+                                                : QAccessibleWidget::text(what);
+    }
+};
 
 QAccessibleInterface* MakeButton(ButtonControl1* button) {
     return new AccessiblePressControl(
@@ -81,6 +104,13 @@ QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
     if (auto* link = qobject_cast<UserControl2*>(object)) {
         return MakeLink(link);
     }
+    auto* picture = qobject_cast<Picture*>(object);
+    if (picture != nullptr && picture->Value() != nullptr) {
+        return new AccessibleValueControl(picture, QAccessible::Slider, *picture->Value());
+    }
+    if (auto* label = qobject_cast<QLabel*>(object); label != nullptr && !label->accessibleName().isEmpty()) {
+        return new AccessibleStatus(label);
+    }
     return nullptr;
 }
 
@@ -102,14 +132,31 @@ QString SpokenName(const QWidget& control, const QString& caption) {
     return control.objectName().replace(wordStart, QStringLiteral(" "));
 }
 
+void ListenToAnnouncements(AnnouncementListener listener) {
+    announcementListener = listener;
+}
+
 void AnnounceValue(QWidget& control, double value) {
     QAccessibleValueChangeEvent event(&control, value);
-    QAccessible::updateAccessibility(&event);
+    Announce(event);
 }
 
 void AnnounceName(QWidget& control) {
     QAccessibleEvent event(&control, QAccessible::NameChanged);
-    QAccessible::updateAccessibility(&event);
+    Announce(event);
+}
+
+void MakeStatus(QLabel& label, const QString& name) {
+    label.setAccessibleName(name);
+    // The toolkit has looked the label up at its first text, before it was a status, and would keep that.
+    if (QAccessibleInterface* plain = QAccessible::queryAccessibleInterface(&label)) {
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(plain));
+    }
+}
+
+void AnnounceStatus(QLabel& label) {
+    QAccessibleEvent event(&label, QAccessible::DescriptionChanged);
+    Announce(event);
 }
 
 AccessibleValueControl::AccessibleValueControl(QWidget* control, QAccessible::Role role, ValueAccess access)

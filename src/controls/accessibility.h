@@ -4,6 +4,8 @@
 #include <QAccessibleWidget>
 #include <functional>
 
+class QLabel;
+
 /// Makes the custom controls known to assistive technology. Once a process, after the application object is
 /// made; further calls change nothing.
 void InstallAccessibility();
@@ -12,11 +14,21 @@ void InstallAccessibility();
 /// name as words ("HorizPanSlider" gives "Horiz Pan Slider").
 QString SpokenName(const QWidget& control, const QString& caption = {});
 
+/// Hears every announcement of below as well, on screens too that have no assistive technology; null for
+/// none.
+using AnnouncementListener = void (*)(QAccessibleEvent& event);
+void ListenToAnnouncements(AnnouncementListener listener);
+
 /// Tells listeners that a control's value has changed.
 void AnnounceValue(QWidget& control, double value);
 
 /// Tells listeners that what a control is called has changed.
 void AnnounceName(QWidget& control);
+
+/// Makes a label a status: the name says of what, and its text at any time is read as the description.
+void MakeStatus(QLabel& label, const QString& name);
+/// Tells listeners that a status label says something else now. Costs nothing while nobody listens.
+void AnnounceStatus(QLabel& label);
 
 /// How the value of a control is read and set from outside.
 struct ValueAccess {

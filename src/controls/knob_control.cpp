@@ -253,7 +253,6 @@ void KnobControl1::PlacePointer() {
     if (angle != pointerAngle_) {
         pointerAngle_ = angle;
         update(PointerBounds(layout_).toAlignedRect());
-        AnnounceValue(*this, state_.KnobValue());
     }
 }
 
@@ -263,7 +262,15 @@ QString KnobControl1::ShownText() const {
 }
 
 void KnobControl1::ShowText() {
-    children_.ShowText(ShownText());
+    const QString text = ShownText();
+    children_.ShowText(text);
+    // Not before the text is there: a listener asks for it as soon as it hears of the value.
+    const int value = state_.KnobValue();
+    if (value != toldValue_ || text != toldText_) {
+        toldValue_ = value;
+        toldText_ = text;
+        AnnounceValue(*this, value);
+    }
 }
 
 bool KnobControl1::RaiseChange() {
@@ -408,8 +415,9 @@ bool KnobControl1::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
     }
-    if (watched == children_.KnobValueTextbox && event->type() == QEvent::FocusOut) {
-        ShowText(); // an edit that nobody ended leaves nothing behind
+    if (watched == children_.KnobValueTextbox && event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
+        ShowText(); // an edit that nobody ended leaves nothing behind; its own menu is a part of it
     }
     return false;
 }

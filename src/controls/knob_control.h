@@ -13,6 +13,7 @@
 #include <QString>
 #include <QVariant>
 #include <QWidget>
+#include <optional>
 
 class QTimer;
 
@@ -165,6 +166,8 @@ class KnobControl1 : public QWidget, private KnobEvents {
     double pointerAngle_ = 0;
     bool placed_ = false; ///< the children stand where the properties want them
     bool InLayout_ = false;
+    std::optional<int> toldValue_; ///< what assistive technology has heard
+    QString toldText_;
     KeyboardFocus focus_;
     WheelSteps wheel_;
     DeferredRepaint repaint_;

@@ -122,7 +122,6 @@ bool KnobState::MouseMove(int button, int shift, QPointF at) {
     if (!RunChangePath()) {
         return false;
     }
-    ChangeSuppressed_ = false;
     LastMouse_ = at;
     if (released_) {
         return true; // the owner let events run, and the release was among them
@@ -139,7 +138,11 @@ bool KnobState::MouseRelease() {
     released_ = true;
     LastAngle_ = 0;
     stuck_ = {};
-    if ((Dragging_ && !Timeout()) || !RaiseDone()) {
+    if (Dragging_ && !Timeout()) {
+        return false;
+    }
+    doneOwed_ = raisingDone_;
+    if (!RaiseDone()) {
         return false;
     }
     Dragging_ = false;
@@ -162,9 +165,11 @@ void KnobState::Synchronise() {
 }
 
 bool KnobState::RunChangePath() {
+    // Only this one run is silent: a put from inside its Done is a change of its own.
+    const bool suppressed = std::exchange(ChangeSuppressed_, false);
     scroller_ = WithinLimits(scroller_);
     Synchronise();
-    if (!ChangeSuppressed_ && (!RefreshValue() || !RaiseChange())) {
+    if (!suppressed && (!RefreshValue() || !RaiseChange())) {
         return false;
     }
     return Dragging_ || RaiseDone();
@@ -203,9 +208,12 @@ bool KnobState::RaiseDone() {
         return true;
     }
     raisingDone_ = true;
-    if (!events_.RaiseDone()) {
-        return false;
-    }
+    do {
+        doneOwed_ = false;
+        if (!events_.RaiseDone()) {
+            return false;
+        }
+    } while (doneOwed_); // a release that a handler's own events brought has a Done of its own
     raisingDone_ = false;
     return true;
 }

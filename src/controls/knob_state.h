@@ -108,5 +108,6 @@ class KnobState {
     bool InXlate_ = false;
     bool raisingChange_ = false;
     bool raisingDone_ = false;
-    bool released_ = true; ///< no press is followed
+    bool doneOwed_ = false; ///< to a release that came while Done was being raised
+    bool released_ = true;  ///< no press is followed
 };

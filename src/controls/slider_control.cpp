@@ -234,6 +234,9 @@ void SliderControl1::Step(const StepRequest& request) {
 
 void SliderControl1::wheelEvent(QWheelEvent* event) {
     event->accept();
+    if (event->buttons() != Qt::NoButton) {
+        return; // the mouse holds the thumb already
+    }
     if (const auto request = wheel_.Take(*event)) {
         Step(*request);
     }

@@ -44,6 +44,9 @@ std::optional<StepRequest> WheelSteps::Take(const QWheelEvent& event) {
     // Some systems turn the wheel sideways while Alt or Shift is held.
     const QPoint delta = event.angleDelta();
     const int turned = std::clamp(delta.y() != 0 ? delta.y() : delta.x(), -kMostEighths, kMostEighths);
+    if (turned == 0) {
+        return std::nullopt; // the end of a gesture: no turn back
+    }
     if ((turned < 0) != (eighths_ < 0)) {
         eighths_ = 0;
     }

@@ -253,7 +253,7 @@ void Driver::ReScaleSampleData(const float* source, float* destination, int coun
                                float newOffset, float oldVolts, float newVolts) {
     count = std::max(count, 0);
     backend_->ReScaleSampleData(source, destination, count, oldOffset, newOffset, oldVolts, newVolts);
-    trust::KeepSamples(destination, count);
+    trust::KeepSamples(destination, count, 0.0F, trust::kMostRescaledSteps);
 }
 
 void Driver::MakeSampleData(double* buffer, int count, double offset, int channelLessOne, int phase) {

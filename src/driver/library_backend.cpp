@@ -54,7 +54,7 @@ LibraryBackend::Loaded LibraryBackend::Load(const QString& path) {
     CORVANTINE_OPERATIONS(CORVANTINE_RESOLVE)
 #undef CORVANTINE_RESOLVE
     if (!missing.isEmpty()) {
-        library.unload();
+        // Not unloaded: what it lacks does not tell whether it runs threads already.
         return {nullptr, MissingExports(missing)};
     }
     return {std::make_unique<LibraryBackend>(exports), {}};

@@ -6,14 +6,16 @@
 
 namespace {
 
-std::optional<std::int32_t> WholeNumber(const QString& text) {
+/// The number that a text is, rounded with ties to even. Its size is not looked at.
+std::optional<double> WholeNumber(const QString& text) {
     bool numeric = false;
-    const double value = std::nearbyint(text.trimmed().toDouble(&numeric));
+    const double value = text.trimmed().toDouble(&numeric);
+    return numeric && std::isfinite(value) ? std::optional(std::nearbyint(value)) : std::nullopt;
+}
+
+bool FitsPort(double value) {
     using Limits = std::numeric_limits<std::int32_t>;
-    if (!numeric || !(value >= Limits::min() && value <= Limits::max())) {
-        return std::nullopt;
-    }
-    return static_cast<std::int32_t>(value);
+    return value >= Limits::min() && value <= Limits::max();
 }
 
 } // namespace
@@ -41,18 +43,21 @@ void ReadCommandLine(const QString& commandLine, Record& record) {
     if (colon < 0) {
         return;
     }
-    const auto port = WholeNumber(rest.left(colon));
-    const auto channel = WholeNumber(rest.mid(colon + 1));
-    if (!port || !channel) {
+    const QString p = rest.left(colon);
+    const QString c = rest.mid(colon + 1);
+    const auto port = WholeNumber(p);
+    const auto channel = WholeNumber(c);
+    if (!port || !channel || !FitsPort(*port)) {
         return;
     }
-    record.ForcedPort = *port;
+    record.ForcedPort = static_cast<std::int32_t>(*port);
     if (*channel < 1 || *channel > kScopeChannels) {
         return;
     }
-    record.ForcedChannel = *channel;
-    record.MasterChannel = *channel;
-    record.SettingsSuffix = QStringLiteral("_%1:%2").arg(*port).arg(*channel);
+    record.ForcedChannel = static_cast<std::int32_t>(*channel);
+    record.MasterChannel = record.ForcedChannel;
+    // As they were typed: "/MIS05:1" and "/MIS5:1" keep settings of their own.
+    record.SettingsSuffix = QLatin1Char('_') + p + QLatin1Char(':') + c;
 }
 
 void CheckCommandLineError(const QString& commandLine, Record& record, const ShowMessage& show) {

@@ -10,7 +10,8 @@ inline constexpr std::int32_t kNoUsableForcing = -1; ///< a command line that fo
 bool IsDebugWord(const QString& commandLine);
 
 /// Reads "/MISp:c" into ForcedPort, ForcedChannel, MasterChannel and SettingsSuffix. A port without a
-/// channel 1..4 keeps the port and forces no channel; a port that is no number forces nothing.
+/// channel 1..4 keeps the port and forces no channel; a p or c that is no number, and a p beyond 32 bits,
+/// force nothing. The suffix holds p and c as they were typed.
 void ReadCommandLine(const QString& commandLine, Record& record);
 
 /// Unless the command line is the debug word, a forcing that is not usable is dropped whole and shown.

@@ -10,13 +10,15 @@
 
 QString FormatSeconds(double seconds) {
     const double size = std::abs(seconds);
-    if (size < 1e-06) {
+    // A figure that rounds to a thousand of its unit is one of the next: a 32-bit microsecond lies just
+    // below.
+    if (size * 1e9 < 999.95) {
         return FormatNumber(seconds * 1e9, "0.0ns");
     }
-    if (size < 0.001) {
+    if (size * 1e6 < 999.9995) {
         return FormatNumber(seconds * 1e6, "0.000us");
     }
-    if (size < 1.0) {
+    if (size * 1000 < 999.9995) {
         return FormatNumber(seconds * 1000, "0.000ms");
     }
     return FormatNumber(seconds, "0.000s");

@@ -10,9 +10,14 @@
 #include "channels/channel_tab.h"
 #include "channels/math_tab.h"
 #include "channels/offset_null.h"
+#include "display/cursor_bars.h"
+#include "display/cursor_tab.h"
 #include "display/large_time_window.h"
 #include "display/plotter.h"
+#include "display/view_controls.h"
 #include "driver/driver.h"
+#include "export/data_tab.h"
+#include "export/print.h"
 #include "frame/debug_log.h"
 #include "frame/environment.h"
 #include "frame/forms.h"
@@ -56,13 +61,19 @@ struct Instrument {
 
     std::unique_ptr<Shell> shell;
     std::unique_ptr<Plotter> plotter;
+    std::unique_ptr<CursorBars> cursorBars;
+    std::unique_ptr<CursorTab> cursorTab;
+    std::unique_ptr<ViewControls> viewControls;
     std::unique_ptr<RunLoop> runLoop;
     std::unique_ptr<MeasurementWindow> measurements;
     std::unique_ptr<OffsetNullDialog> offsetNull;
     std::unique_ptr<LargeTimeWindow> largeTime;
+    std::unique_ptr<ClipboardShot> largeTimeShot;
+    std::unique_ptr<ClipboardShot> spectrumShot;
     std::unique_ptr<Trigger> trigger;
     std::unique_ptr<Timebase> timebase;
     std::unique_ptr<HorizontalTab> horizontalTab;
+    std::unique_ptr<DataTab> dataTab;
     PerScope<std::unique_ptr<ChannelTab>> channelTabs;
     std::unique_ptr<MathTab> mathTab;
     std::unique_ptr<SkinSelection> skins;
@@ -81,6 +92,7 @@ struct Instrument {
     void ConnectFace();
     void ConnectMeasurements();
     void ConnectPlotWindows();
+    void ConnectExport();
     QString DataStamp() const;
     void ConnectSettings();
 };

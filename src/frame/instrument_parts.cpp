@@ -4,6 +4,7 @@
 #include "controls/slider_control.h"
 #include "controls/window_mover.h"
 #include "display/plot_canvas.h"
+#include "export/save_dialog.h"
 #include "frame/helpers.h"
 #include "frame/instrument.h"
 #include "frame/shut_down.h"
@@ -14,6 +15,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLocale>
 #include <QRadioButton>
 #include <QScreen>
 #include <QUrl>
@@ -43,16 +45,20 @@ void Instrument::ConnectParts() {
     ConnectMeasurements();
     ConnectPlotWindows();
     ConnectAcquisition();
+    ConnectExport();
     ConnectSettings();
 
     runLoop->Load();
     runLoop->Connect();
     trigger->Connect();
     timebase->Connect();
+    dataTab->Connect();
     for (auto& tab : channelTabs) {
         tab->Connect();
         tab->Form_Load();
     }
+    cursorBars->Connect();
+    viewControls->Connect();
     mathTab->Connect();
     aboutTab->Connect();
     shell->Connect();
@@ -79,20 +85,28 @@ void Instrument::ConnectDisplay() {
     controls.FFTPlotType0 = forms.TabForm[kMathTab]->control<QRadioButton>("FFTPlotType", 0);
 
     auto* canvas = main.control<PlotCanvas>("MainPlotCanvas");
-    plotter = std::make_unique<Plotter>(record, driver, controls, canvas->Surface(), canvas, PlotCalls{});
-    QObject::connect(canvas, &PlotCanvas::Resized, forms.MainForm, [this] { plotter->PlotNow(); });
+    plotter = std::make_unique<Plotter>(
+        record, driver, controls, canvas->Surface(), canvas,
+        PlotCalls{.WorldLineUpdate = [this](double xMin, double xMax, double yMax, double yMin) {
+            cursorBars->WorldLineUpdate(xMin, xMax, yMax, yMin);
+        }});
 
-    // The view has no other part yet: each of its controls only asks for a new picture.
-    auto plotOn = [this](auto* control, auto signal) {
-        QObject::connect(control, signal, forms.MainForm, [this] {
-            plotter->PlotNow();
-            shell->SetDefaultLayering();
-        });
-    };
-    plotOn(controls.VertZoomKnob, &KnobControl1::Change);
-    plotOn(controls.HorizZoomKnob, &KnobControl1::Change);
-    plotOn(controls.VertPanSlider, &SliderControl1::Change);
-    plotOn(controls.HorizPanSlider, &SliderControl1::Change);
+    const auto plotNow = [this] { plotter->PlotNow(); };
+    for (PlotCanvas* plot : {canvas, forms.FullScreenTimeForm->control<PlotCanvas>("Canvas"),
+                             forms.FFTForm->control<PlotCanvas>("Canvas")}) {
+        QObject::connect(plot, &PlotCanvas::Resized, forms.MainForm, plotNow);
+    }
+    const auto layer = [this] { shell->SetDefaultLayering(); };
+    cursorBars =
+        std::make_unique<CursorBars>(record, driver, CursorBars::Controls::Of(main, *forms.TabForm[kCursTab]),
+                                     CursorBars::Calls{.PlotNow = plotNow, .SetDefaultLayering = layer});
+    cursorTab =
+        std::make_unique<CursorTab>(record, settings, CursorTab::Controls::Of(*forms.TabForm[kCursTab]));
+    viewControls = std::make_unique<ViewControls>(
+        record, ViewControls::Controls::Of(main),
+        ViewControls::Calls{.PlotNow = plotNow, .SetDefaultLayering = layer, .TriggerKnob_Done = [this] {
+                                trigger->TriggerKnob_Done();
+                            }});
 }
 
 QString Instrument::DataStamp() const {
@@ -114,6 +128,18 @@ void Instrument::ConnectPlotWindows() {
                                .Surface = [large]() -> Canvas& { return large->Surface(); },
                                .Companions = [large]() -> PlotCompanions* { return large; },
                                .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); }});
+
+    largeTimeShot = std::make_unique<ClipboardShot>(
+        *forms.FullScreenTimeForm,
+        ClipboardShot::Calls{.SetDefaultLayering = [this] { shell->SetDefaultLayering(); },
+                             .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); },
+                             .doEvents = environment.yield});
+    spectrumShot = std::make_unique<ClipboardShot>(
+        *forms.FFTForm,
+        ClipboardShot::Calls{.SetDefaultLayering = {},
+                             .RefreshAppInfo = [info = forms.FFTForm->control<QLabel>("OtherInfoLabel"),
+                                                this] { info->setText(DataStamp()); },
+                             .doEvents = environment.yield});
 
     // The spectrum window shows its traces; its read-outs have no part yet.
     Form* spectrum = forms.FFTForm.get();
@@ -196,7 +222,8 @@ void Instrument::ConnectAcquisition() {
         record, driver, acquisition, timebaseControls,
         Timebase::Calls{
             .TrigModeButton_Click = [this] { trigger->TrigModeButton_Click(); },
-            .MoveVertCursorHandle = [](int, double) {},
+            .MoveVertCursorHandle = [this](int cursor,
+                                           double time) { cursorBars->MoveVertCursorHandle(cursor, time); },
             .PlotNow = plotNow,
             .RedrawSettings = [this] { largeTime->RedrawSettings(); },
             .SkinColourAt = [this](const QWidget* control) { return skins->SkinColourAt(*control); }});
@@ -295,6 +322,19 @@ void Instrument::ConnectFace() {
                              QDesktopServices::openUrl(
                                  QUrl::fromLocalFile(QDir(environment.applicationFolder).filePath(file)));
                          }});
+}
+
+void Instrument::ConnectExport() {
+    Form* form = forms.TabForm[kDataTab];
+    dataTab = std::make_unique<DataTab>(
+        record, driver, DataTab::Controls::Of(*form, *forms.TabForm[kMathTab]), Scales(),
+        DataTab::Calls{.AskForFile = [form](const QString& folder) { return AskForDataFile(form, folder); },
+                       .ShowFailure = [form](const QString& text) { ShowSaveFailure(form, text); },
+                       .Stamp =
+                           [] {
+                               return StampOf(QLocale::system(), QDateTime::currentDateTime(),
+                                              QStringLiteral("Corvantine ") + about::VersionText());
+                           }});
 }
 
 void Instrument::ConnectSettings() {

@@ -7,9 +7,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
-#include <QSaveFile>
 #include <QStandardPaths>
+#include <cstdio>
 #include <optional>
+#include <unistd.h>
 #include <utility>
 
 namespace {
@@ -18,6 +19,7 @@ constexpr qint64 kMostBytes = qint64{16} << 20; ///< a larger file is no setting
 constexpr int kLongestName = 160;               ///< with what a temporary adds it stays below 255 bytes
 constexpr int kLockWait = 10000;                ///< milliseconds; another instance writes in a few
 constexpr int kStaleLock = 5000;
+constexpr auto kUnfinished = ".unfinished-write"; ///< behind the name of a file that is being written
 
 /// A file name that belongs to this application name alone, made of characters that lead nowhere.
 QString FileName(const QString& application) {
@@ -57,15 +59,42 @@ std::optional<QByteArray> ReadFile(const QString& path) {
     return bytes;
 }
 
-/// A process that was killed while it wrote leaves its temporary behind. Called under the lock, when nobody
-/// else can own one.
-void RemoveLeftOvers(const QString& path) {
+/// What a user's link in place of the file points to, else the file itself: a link stays a link.
+QString TargetOf(const QString& path) {
     const QFileInfo info(path);
-    QDir folder = info.dir();
-    const QStringList left = folder.entryList({info.fileName() + QStringLiteral(".??????")}, QDir::Files);
-    for (const QString& name : left) {
-        folder.remove(name);
+    if (!info.isSymLink()) {
+        return path;
     }
+    const QString end = info.canonicalFilePath();
+    return end.isEmpty() ? info.symLinkTarget() : end; // one that leads nowhere yet
+}
+
+/// Puts the bytes in place of the file at once; says why if it cannot, and then the file is as it was. Called
+/// under the lock, when nobody else can own the file that is being made: its one name makes what a process
+/// left that was killed in here the next one's, and no other file beside is touched.
+QString ReplaceFile(const QString& path, const QByteArray& bytes) {
+    const QString target = TargetOf(path);
+    const QFileInfo former(target);
+    if (former.exists() && !former.isWritable()) {
+        return QStringLiteral("it is write-protected");
+    }
+    QFile file(target + kUnfinished);
+    file.remove();
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+        return file.errorString();
+    }
+    const bool safe = (!former.exists() || file.setPermissions(former.permissions())) &&
+                      file.write(bytes) == bytes.size() && file.flush() && fsync(file.handle()) == 0;
+    QString reason = file.error() == QFileDevice::NoError ? qt_error_string() : file.errorString();
+    file.close();
+    if (safe) {
+        if (std::rename(QFile::encodeName(file.fileName()), QFile::encodeName(target)) == 0) {
+            return {};
+        }
+        reason = qt_error_string();
+    }
+    file.remove();
+    return reason;
 }
 
 } // namespace
@@ -144,7 +173,6 @@ QString SettingsStore::Write(const QString& path, Application& application) cons
     if (!lock.tryLock(kLockWait)) {
         return QStringLiteral("cannot lock %1").arg(path);
     }
-    RemoveLeftOvers(path);
     const auto bytes = ReadFile(path);
     if (!bytes) {
         return QStringLiteral("cannot read %1, so it is not replaced").arg(path);
@@ -152,13 +180,9 @@ QString SettingsStore::Write(const QString& path, Application& application) cons
     // Another instance may have written since this one read: its keys stay, only our own are put.
     IniText merged = IniText::Parse(*bytes);
     merged.Merge(application.changes);
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return QStringLiteral("cannot write %1: %2").arg(path, file.errorString());
-    }
-    const QByteArray text = merged.ToBytes();
-    if (file.write(text) != text.size() || !file.commit()) {
-        return QStringLiteral("cannot write %1: %2").arg(path, file.errorString());
+    const QString reason = ReplaceFile(path, merged.ToBytes());
+    if (!reason.isEmpty()) {
+        return QStringLiteral("cannot write %1: %2").arg(path, reason);
     }
     application.stored = std::move(merged);
     application.changes = IniText();

@@ -261,6 +261,7 @@ void StartRunning(Instrument& i) {
     if (i.record.TriggerDelay > 0) {
         i.timebase->DelayKnob_Change();
     }
+    i.cursorBars->PlaceHandles();
     i.record.PlotInhibit = false;
     i.record.TracesStale = false;
     i.plotter->PlotNow();

@@ -20,7 +20,12 @@ struct BitmapInfoHeader {
     std::uint16_t biBitCount = 24;
     std::uint32_t biCompression = 0;
     std::uint32_t biSizeImage = 0;
+    std::int32_t biXPelsPerMeter = 0;
+    std::int32_t biYPelsPerMeter = 0;
+    std::uint32_t biClrUsed = 0;
+    std::uint32_t biClrImportant = 0;
 };
+static_assert(sizeof(BitmapInfoHeader) == 40, "biSize tells it");
 
 /// How a blit combines what it brings with what is there; the values are the published codes.
 enum class RasterOp : std::uint32_t {

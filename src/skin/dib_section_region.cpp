@@ -14,11 +14,15 @@
 
 namespace {
 
-constexpr int kPathError = 75; ///< the number of a file that cannot be written
 constexpr qint64 kMostFileBytes = qint64{64} * 1024 * 1024;
 
 RegionError Error(int number, const QString& text) {
     return {number, QCoreApplication::applicationName() + QStringLiteral(".cDIBSectionRegion"), text};
+}
+
+/// The published numbers have none for a file: this one says that the data did not get there.
+RegionError NotWritten() {
+    return Error(26012, QStringLiteral("Unable to get region data"));
 }
 
 /// A resource file for as long as one resource is read from it.
@@ -132,13 +136,13 @@ void cDIBSectionRegion::Save(const QString& sFile) const {
     const QByteArray data = RegionToData(*m_hRgn);
     QTemporaryFile file(QFileInfo(sFile).absoluteFilePath() + QStringLiteral(".XXXXXX"));
     if (!file.open() || file.write(data) != data.size() || !file.flush()) {
-        throw Error(kPathError, QStringLiteral("Path/File access error"));
+        throw NotWritten();
     }
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
     file.close();
     QFile::remove(sFile);
     if (!file.rename(sFile)) {
-        throw Error(kPathError, QStringLiteral("Path/File access error"));
+        throw NotWritten();
     }
     file.setAutoRemove(false);
 }

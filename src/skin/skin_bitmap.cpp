@@ -26,6 +26,18 @@ template <class T> T At(const QByteArray& bytes, int offset) {
     return qFromLittleEndian<T>(bytes.constData() + offset);
 }
 
+/// Bytes that the colour masks and the palette take behind the information header.
+std::int64_t ColourBytes(const QByteArray& bytes, std::uint32_t headerSize, const Header& header) {
+    constexpr std::int64_t kMasks = 12;
+    const std::int64_t all = header.bits <= 8 ? std::int64_t{1} << header.bits : 0;
+    if (headerSize == kCoreHeader) {
+        return 3 * all;
+    }
+    const auto used = At<std::uint32_t>(bytes, kFileHeader + 32);
+    const bool masks = headerSize == kInfoHeader && header.compression == kBitFields;
+    return 4 * (used == 0 ? all : std::int64_t{used}) + (masks ? kMasks : 0);
+}
+
 std::optional<Header> ReadHeader(const QByteArray& bytes) {
     if (bytes.size() < kFileHeader + static_cast<int>(kInfoHeader) || !bytes.startsWith("BM")) {
         return std::nullopt;
@@ -47,7 +59,13 @@ std::optional<Header> ReadHeader(const QByteArray& bytes) {
     const bool sized = header.width >= kLeastSkinSide && header.height >= kLeastSkinSide &&
                        header.width <= kMostSkinPixels && header.height <= kMostSkinPixels &&
                        header.width * header.height <= kMostSkinPixels;
-    return sized && header.offset <= bytes.size() ? std::optional(header) : std::nullopt;
+    if (!sized || header.bits > 32) {
+        return std::nullopt;
+    }
+    const std::int64_t pixelsFrom =
+        std::int64_t{kFileHeader} + headerSize + ColourBytes(bytes, headerSize, header);
+    return header.offset >= pixelsFrom && header.offset <= bytes.size() ? std::optional(header)
+                                                                        : std::nullopt;
 }
 
 /// True when a run-length stream paints every pixel, leaves the picture nowhere and ends by its own mark.

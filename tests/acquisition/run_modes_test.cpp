@@ -369,6 +369,99 @@ TEST_F(RunModes, RollWaitsForTheBeginAndReadsIncrements) {
     EXPECT_EQ(state.RollPosition, 0) << "the next record begins at its left end";
 }
 
+TEST_F(RunModes, RollAsksTheMasterAndArmsTheSourceLast) {
+    record.RollMode = true;
+    record.MasterChannel = 2;
+    record.TriggerChannel = 4;
+    rig.Run();
+    // Only the master tells; the others say the opposite.
+    int polls = 0;
+    script.acquistionState.By([&](int ch) { return ch == 2 ? (++polls < 3 ? 0 : 1) : (polls < 3 ? 1 : 0); });
+    script.triggeredStatus.By([](int ch) { return ch == 2 ? 1 : 0; });
+    script.samplesSinceTrigger.By([](int ch) { return ch == 2 ? 40 : 900; });
+    const CallList poll{"GetAcquistionState(2)"};
+    EXPECT_EQ(Tick(), Calls("Yield") + poll + Each({1, 2, 3, 4}, "AcquisitionStart(#)") + poll + poll +
+                          Calls("Sleep(1)") + poll +
+                          Calls("GetTriggeredStatus(2)", "GetSamplesSinceTrigger(2)") +
+                          Each({1, 2, 3, 4}, "GetBufferIncremental(#, 40, 0)") + plot + Calls("Yield"));
+    EXPECT_EQ(rig.StatusText(), "acquiring");
+    EXPECT_EQ(state.RollPosition, 40);
+    EXPECT_EQ(Tick(), Calls("Yield") + poll + Calls("GetTriggeredStatus(2)", "GetSamplesSinceTrigger(2)"))
+        << "no more than there is";
+}
+
+/// A roll in whose next yield behind a plot something happens.
+class RollYield : public RunModes {
+  protected:
+    void RollTo(int position, std::function<void()> happens) {
+        rig.timebase.Connect();
+        rig.TimeBaseKnob.SetKnobValue(22);
+        script.sample = [](int, int i) { return static_cast<float>(i); };
+        rig.Run();
+        script.acquistionState.Then({0});
+        script.acquistionState.Always(1);
+        script.triggeredStatus.Always(1);
+        script.samplesSinceTrigger.Always(position);
+        rig.duringYield = [this, happens = std::move(happens)] {
+            if (++yields == 2) { // the first is that of the tick's begin
+                rig.duringYield = [] {};
+                script.Clear();
+                happens();
+            }
+        };
+        rig.loop.RunTimer_Timer();
+        EXPECT_FALSE(state.RunTimerBusy);
+        EXPECT_EQ(yields, 2);
+    }
+
+    int yields = 0;
+};
+
+TEST_F(RollYield, AStopInItEndsTheRoll) {
+    record.SampleData(2, 500) = 7;
+    RollTo(500, [this] { rig.loop.RunButton_Click(); });
+    EXPECT_EQ(rig.Take(), ends + Calls("GetSamplePeriod(-1, 0)")) << "nothing but the stop";
+    EXPECT_FALSE(record.Running);
+    EXPECT_FALSE(rig.RunTimer.isActive());
+    EXPECT_FALSE(state.Acquiring);
+    EXPECT_EQ(state.RollPosition, 0);
+    EXPECT_EQ(record.HeldSampleData(2, 499), 499);
+    EXPECT_EQ(record.HeldSampleData(2, 500), 7);
+
+    rig.loop.RunButton_Click();
+    script.acquistionState.Then({0});
+    script.samplesSinceTrigger.Always(20);
+    rig.Take();
+    Tick();
+    EXPECT_EQ(state.RollPosition, 20) << "a new record";
+}
+
+TEST_F(RollYield, ATurnOfTheTimebaseInItLeavesTheRoll) {
+    RollTo(500, [this] { rig.TimeBaseKnob.SetKnobValue(8); });
+    EXPECT_EQ(script.Count("GetSamplesSinceTrigger"), 0);
+    EXPECT_EQ(script.Count("GetBufferIncremental"), 0);
+    EXPECT_FALSE(record.RollMode);
+    EXPECT_FALSE(state.Acquiring);
+    EXPECT_EQ(state.RollPosition, 0);
+    EXPECT_TRUE(rig.RunTimer.isActive());
+    script.Clear();
+    States({0, 0});
+    EXPECT_EQ(Tick(), begin + starts + look + ends + readBlocks + plot) << "a record of the new setting";
+}
+
+TEST_F(RollYield, ATurnToASlowerRollBeginsAtTheLeftEnd) {
+    RollTo(500, [this] { rig.TimeBaseKnob.SetKnobValue(24); });
+    EXPECT_TRUE(record.RollMode);
+    EXPECT_FALSE(state.Acquiring);
+    EXPECT_EQ(state.RollPosition, 0);
+    script.Clear();
+    States({0, 1, 1});
+    script.samplesSinceTrigger.Always(12);
+    const CallList calls = Tick();
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "GetBufferIncremental(1, 12, 0)"), 1);
+    EXPECT_EQ(state.RollPosition, 12);
+}
+
 TEST_F(RunModes, RollGivesUpOnAnAcquisitionThatNeverBegins) {
     record.RollMode = true;
     rig.Run();

@@ -12,8 +12,8 @@ class OnTheStack : public StackFixture {
     static constexpr double kSamplesPerPeriod = 200;
 
     /// text: keys of the stack and its one module.
-    void OpenParts(const std::string& text) {
-        Open(text);
+    void OpenParts(const std::string& text, int count = 1) {
+        Open(text, count);
         parts = std::make_unique<AcquisitionParts>(
             *driver, opened, [this](const std::string& call) { plots += call == "PlotNow" ? 1 : 0; });
         parts->duringSleep = [](int milliseconds) {
@@ -106,6 +106,33 @@ INSTANTIATE_TEST_SUITE_P(Timebase, EverySetting, testing::Range(0, kTimebaseSett
                              std::string name = FindTimebaseSetting(setting.param)->label;
                              return "At" + name.substr(0, name.find('/'));
                          });
+
+TEST_F(OnTheStack, RollFollowsTheMasterAndStartsWithAnotherSource) {
+    // 1 ms a sample; the source rises every half second, its neighbour never.
+    OpenParts("speed = 20\n[module]\n[module]\nsignal = square frequency=2Hz amplitude=2V\n", 2);
+    driver->SetTrigMaster(1, false);
+    driver->SetTrigMaster(2, true);
+    parts->record.TriggerChannel = 2;
+    parts->scales[2].range = 1;
+    parts->TimeBaseKnob.SetKnobValue(22);
+    while (parts->record.TrigMode != 1) {
+        parts->trigger.TrigModeButton_Click();
+    }
+    parts->loop.RunButton_Click();
+    int last = 0;
+    bool grows = false;
+    ASSERT_TRUE(Until([&] {
+        Tick();
+        const int position = parts->state.RollPosition;
+        grows = grows || (last > 0 && position > last);
+        last = position;
+        return parts->StatusText() == "trigger !";
+    }));
+    EXPECT_TRUE(grows);
+    EXPECT_LT(parts->record.SampleData(2, 1499), 0);
+    EXPECT_GT(parts->record.SampleData(2, 1500), 0) << "the source's edge in the middle";
+    EXPECT_EQ(parts->record.SampleData(1, 1500), 0);
+}
 
 class AutoTrigger : public OnTheStack {
   protected:

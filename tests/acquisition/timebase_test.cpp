@@ -1,4 +1,6 @@
 #include "acquisition/acquisition_rig.h"
+#include "acquisition/trigger_status.h"
+#include "controls/accessibility.h"
 
 #include <gtest/gtest.h>
 
@@ -39,7 +41,7 @@ TEST_F(TimebaseTest, TheFirstChangeSendsClockAndRatio) {
               "GetSamplePeriod(0, 1)", "MoveVertCursorHandle(2, 0)");
     EXPECT_EQ(rig.Take(), ends + Each({1, 2, 3, 4}, "SetBaseAdcClk(#, 50)") + period + undelayed +
                               Each({1, 2, 3, 4}, "SetDecimationRatio(#, 1)") +
-                              Calls("GetSamplePeriod(-1, 0)") + Each({1, 2, 3, 4}, "SetRISMode(#, 0)") +
+                              Each({1, 2, 3, 4}, "SetRISMode(#, 0)") + Calls("GetSamplePeriod(-1, 0)") +
                               period + move + period + undelayed +
                               Calls("GetSamplePeriod(0, 1)", "GetSamplePeriod(-1, 0)") + finish);
     EXPECT_EQ(record.DisplayExpansion, 2);
@@ -173,6 +175,50 @@ TEST_F(TimebaseTest, LeavingRISReturnsAutoToAutoAndNormOrFreeToFree) {
     }
 }
 
+TEST_F(TimebaseTest, TheLabelTellsTheIntervalInForceAfterTheChange) {
+    Turn(4);
+    Turn(5);
+    EXPECT_EQ(rig.AcqModeLabel.text(), "Acquistion mode: Single-shot (sample interval: 20ns, refresh mode)");
+    Turn(0);
+    Turn(27);
+    EXPECT_EQ(rig.AcqModeLabel.text(), "Acquistion mode: Single-shot (sample interval: 40ms, roll mode)");
+}
+
+TEST_F(TimebaseTest, TheModeIsToldToAssistiveTechnology) {
+    static QStringList heard;
+    heard.clear();
+    ListenToAnnouncements([](QAccessibleEvent& event) {
+        if (event.type() == QAccessible::DescriptionChanged) {
+            heard << qobject_cast<QLabel*>(event.object())->text();
+        }
+    });
+    Turn(4);
+    Turn(5);
+    ListenToAnnouncements(nullptr);
+    EXPECT_EQ(rig.AcqModeLabel.accessibleName(), "Acquisition mode");
+    EXPECT_EQ(heard, (QStringList{"Acquistion mode: RIS (repetitive inputs, norm trig only, effective sample "
+                                  "interval: 1ns)",
+                                  "Acquistion mode: Single-shot (sample interval: 20ns, refresh mode)"}));
+}
+
+TEST_F(TimebaseTest, TheTriggerStatusIsToldAsItChangesAndNotAtEveryDot) {
+    static QStringList heard;
+    heard.clear();
+    QLabel label;
+    TriggerStatus status(&label);
+    ListenToAnnouncements([](QAccessibleEvent& event) {
+        if (event.type() == QAccessible::DescriptionChanged) {
+            heard << qobject_cast<QLabel*>(event.object())->text();
+        }
+    });
+    status.Show(TriggerStatus::Text::AskTrigger);
+    status.AddDot();
+    status.Show(TriggerStatus::Text::AskTrigger);
+    status.Show(TriggerStatus::Text::Acquiring);
+    ListenToAnnouncements(nullptr);
+    EXPECT_EQ(heard, (QStringList{"trigger ?", "acquiring"}));
+}
+
 TEST_F(TimebaseTest, BrightenedSkinColourIsHeldTo255) {
     rig.skin = 0xF01AE0;
     Turn(0);
@@ -233,6 +279,15 @@ TEST_F(TimebaseTest, DelayCountsSamplesOfThePeriodInForce) {
     rig.DelayKnob.SetKnobValue(-32768 + 100);
     rig.timebase.DelayKnob_Change();
     EXPECT_EQ(rig.DelayLabel.text(), "100.000us");
+    for (float period : {1e-9F, 20e-9F, 1e-6F}) {
+        script.samplePeriod.Always(period);
+        for (int samples : {1, 50, 100, 999, 1000, 1001, 50000}) {
+            rig.DelayKnob.SetKnobValue(-32768 + samples);
+            rig.timebase.DelayKnob_Change();
+            EXPECT_FALSE(rig.DelayLabel.text().startsWith("1000.")) << period << " " << samples;
+        }
+    }
+    EXPECT_EQ(rig.DelayLabel.text(), "50.000ms");
 }
 
 TEST_F(TimebaseTest, DelayKnobShowsTheShareOfItsTravel) {

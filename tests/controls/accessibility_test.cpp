@@ -4,9 +4,13 @@
 #include "controls/control_support.h"
 #include "controls/fonts.h"
 #include "controls/hyperlink_label.h"
+#include "controls/knob_control.h"
 #include "controls/slider_control.h"
 
+#include <QLabel>
+#include <QMouseEvent>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -20,7 +24,87 @@ class Accessibility : public testing::Test {
     static QString Name(QObject& object) { return Of(object)->text(QAccessible::Name); }
 };
 
+/// What assistive technology hears of values and states, as the texts that it gets when it asks at that
+/// moment.
+class Listener {
+  public:
+    Listener() {
+        heard_.clear();
+        ListenToAnnouncements([](QAccessibleEvent& event) {
+            if (event.type() == QAccessible::ValueChanged) {
+                heard_ << event.accessibleInterface()->text(QAccessible::Value);
+            } else if (event.type() == QAccessible::DescriptionChanged) {
+                heard_ << event.accessibleInterface()->text(QAccessible::Description);
+            }
+        });
+    }
+    ~Listener() { ListenToAnnouncements(nullptr); }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    QStringList take() { return std::exchange(heard_, {}); }
+
+  private:
+    static inline QStringList heard_;
+};
+
 } // namespace
+
+TEST_F(Accessibility, AKnobsTextIsCurrentWhenItsValueIsHeardOf) {
+    KnobControl1 knob;
+    QObject::connect(&knob, &KnobControl1::KnobXlateValue, &knob,
+                     [](float value, QString& text) { text = QString("%1us/div").arg(value); });
+    knob.show();
+    Listener listener;
+    knob.SetKnobValue(17);
+    EXPECT_EQ(listener.take(), QStringList("17us/div"));
+    knob.SetKnobValue(17);
+    EXPECT_EQ(listener.take(), QStringList());
+    QTest::keyClick(&knob, Qt::Key_Up);
+    EXPECT_EQ(listener.take(), QStringList("18us/div"));
+}
+
+TEST_F(Accessibility, ADragIsHeardOfWhenItsTextIsThere) {
+    KnobControl1 knob;
+    knob.resize(85, 96);
+    knob.show();
+    Listener listener;
+    const auto drag = [&](QEvent::Type type, QPointF where, Qt::MouseButton button) {
+        QMouseEvent event(type, where, knob.mapToGlobal(where), button, Qt::LeftButton, {});
+        QApplication::sendEvent(&knob, &event);
+    };
+    drag(QEvent::MouseButtonPress, {30, 42}, Qt::LeftButton);
+    drag(QEvent::MouseMove, {30, 41}, Qt::NoButton);
+    listener.take();
+    drag(QEvent::MouseMove, {42, 20}, Qt::NoButton);
+    EXPECT_EQ(listener.take(), QStringList()) << "the text follows when the pointer rests";
+    drag(QEvent::MouseButtonRelease, {42, 20}, Qt::LeftButton);
+    EXPECT_EQ(listener.take(), QStringList(knob.ShownText()));
+}
+
+TEST_F(Accessibility, AKnobWhoseTextAloneChangesIsHeardOf) {
+    KnobControl1 knob;
+    QString unit = "V";
+    QObject::connect(&knob, &KnobControl1::KnobXlateValue, &knob,
+                     [&](float value, QString& text) { text = QString::number(value) + unit; });
+    knob.SetKnobValue(3);
+    Listener listener;
+    unit = "mV";
+    knob.RefreshValue();
+    EXPECT_EQ(listener.take(), QStringList("3mV"));
+}
+
+TEST_F(Accessibility, AStatusIsADescriptionBesideAName) {
+    QLabel label(QStringLiteral("trigger ?"));
+    MakeStatus(label, "Trigger status");
+    Listener listener;
+    label.setText("acquiring");
+    AnnounceStatus(label);
+    EXPECT_EQ(listener.take(), QStringList("acquiring"));
+    EXPECT_EQ(Name(label), "Trigger status");
+    label.setText("acquiring.");
+    EXPECT_EQ(Of(label)->text(QAccessible::Description), "acquiring.") << "asked for, it is current";
+}
 
 TEST_F(Accessibility, AButtonTellsRoleAndCaption) {
     ButtonControl1 button;

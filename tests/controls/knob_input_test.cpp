@@ -324,6 +324,15 @@ TEST_F(KnobTextBox, AnEditThatIsLeftIsForgotten) {
     EXPECT_THAT(events(), IsEmpty());
 }
 
+TEST_F(KnobTextBox, ItsOwnMenuKeepsWhatWasTyped) {
+    box->setText("62");
+    QFocusEvent out(QEvent::FocusOut, Qt::PopupFocusReason);
+    QApplication::sendEvent(box, &out);
+    EXPECT_EQ(box->text(), "62");
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_EQ(knob->KnobValue(), 62);
+}
+
 TEST_F(KnobTextBox, ItIsCentred) {
     EXPECT_TRUE(box->alignment() & Qt::AlignHCenter);
 }

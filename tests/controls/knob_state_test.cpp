@@ -594,6 +594,31 @@ TEST_F(KnobStateTest, AReleaseWithinTheFirstChangeLeavesNoDragBehind) {
     EXPECT_FALSE(events.timeout);
 }
 
+TEST_F(KnobStateTest, APutInsideTheDoneOfAClickThatKeptTheIntegerRaisesChange) {
+    state.PutKnobValue(50);
+    events.onDone = [&] {
+        events.onDone = nullptr;
+        state.PutKnobValue(70);
+        return state.RunChangePath();
+    };
+    press(135.4); // 50.15
+    EXPECT_EQ(state.KnobValue(), 70);
+    EXPECT_EQ(events.xlated, 70);
+    EXPECT_THAT(events.events(), ElementsAre("Done", "Change"));
+}
+
+TEST_F(KnobStateTest, AReleaseWithinDoneHasADoneOfItsOwn) {
+    events.onDone = [&] {
+        events.onDone = nullptr;
+        return state.MouseRelease();
+    };
+    press(135);
+    EXPECT_THAT(events.events(), ElementsAre("Change", "Done", "Done"));
+    EXPECT_FALSE(state.Dragging());
+    state.MoveScroller(10);
+    EXPECT_THAT(events.events(), ElementsAre("Change", "Done")); // nothing is left over
+}
+
 // Deletion: after a false the state is gone and must not be touched
 
 namespace {

@@ -35,8 +35,8 @@ class SliderControl : public testing::Test {
     void Release(QPoint at, Qt::MouseButton button = Qt::LeftButton) {
         Send(QEvent::MouseButtonRelease, at, button, {});
     }
-    void Turn(int eighths, Qt::KeyboardModifiers modifiers = {}) {
-        QWheelEvent event(QPointF(5, 5), QPointF(5, 5), {}, {0, eighths}, {}, modifiers, Qt::NoScrollPhase,
+    void Turn(int eighths, Qt::KeyboardModifiers modifiers = {}, Qt::MouseButtons held = {}) {
+        QWheelEvent event(QPointF(5, 5), QPointF(5, 5), {}, {0, eighths}, held, modifiers, Qt::NoScrollPhase,
                           false);
         QApplication::sendEvent(&slider, &event);
     }
@@ -328,6 +328,19 @@ TEST_F(SliderControl, WheelAndKeysMoveOneStepAndTenWithAModifier) {
     QTest::keyClick(&slider, Qt::Key_PageDown), expect(0.59F);
     QTest::keyClick(&slider, Qt::Key_End), expect(1.0F);
     QTest::keyClick(&slider, Qt::Key_Home), expect(0.0F);
+}
+
+TEST_F(SliderControl, TheWheelLeavesADragAlone) {
+    Press({178, 5});
+    const float held = slider.SliderValue();
+    Turn(1200, {}, Qt::LeftButton);
+    EXPECT_EQ(slider.SliderValue(), held);
+    EXPECT_EQ(changes.take(), 0);
+    Release({178, 5});
+    changes.take();
+    Turn(120);
+    EXPECT_GT(slider.SliderValue(), held);
+    EXPECT_EQ(changes.take(), 1);
 }
 
 TEST_F(SliderControl, AtItsEndNothingHappens) {

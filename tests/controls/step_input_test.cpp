@@ -69,6 +69,16 @@ TEST(WheelSteps, GathersFractionsOfANotch) {
     EXPECT_EQ(wheel.Take(Turn({0, -20})), (StepRequest{Kind::Step, -1}));
 }
 
+TEST(WheelSteps, AnEventWithoutATurnLosesNoFraction) {
+    WheelSteps wheel;
+    EXPECT_FALSE(wheel.Take(Turn({0, -100})));
+    EXPECT_FALSE(wheel.Take(Turn({0, 0})));
+    EXPECT_EQ(wheel.Take(Turn({0, -20})), (StepRequest{Kind::Step, -1}));
+    EXPECT_FALSE(wheel.Take(Turn({0, 100})));
+    EXPECT_FALSE(wheel.Take(Turn({0, 0})));
+    EXPECT_EQ(wheel.Take(Turn({0, 20})), (StepRequest{Kind::Step, 1}));
+}
+
 TEST(WheelSteps, SurvivesAbsurdDeltas) {
     WheelSteps wheel;
     for (int i = 0; i < 4; ++i) {

@@ -122,6 +122,20 @@ TEST_F(BuiltinDriver, DemonstrationStaysOnScreenAndAroundTheOffset) {
     }
 }
 
+TEST_F(BuiltinDriver, DemonstrationLiesOnItsLevels) {
+    constexpr double kLevels[] = {94.5, 31.5, -31.5, -94.5};
+    for (int ch = 1; ch <= kScopeChannels; ++ch) {
+        for (const int phase : {0, 10, 1230}) {
+            const auto trace = Demo(ch, phase);
+            EXPECT_NEAR(Mean(trace), kLevels[ch - 1], 0.5) << ch << " at " << phase;
+            EXPECT_NEAR(*std::max_element(trace.begin(), trace.end()) +
+                            *std::min_element(trace.begin(), trace.end()),
+                        2 * kLevels[ch - 1], 6)
+                << ch << " at " << phase;
+        }
+    }
+}
+
 TEST_F(BuiltinDriver, DemonstrationChannelsDoNotTouch) {
     for (int ch = 1; ch < kScopeChannels; ++ch) {
         const auto upper = Demo(ch, 0);

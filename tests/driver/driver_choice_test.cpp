@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <cstring>
+#include <dlfcn.h>
 
 extern "C" std::int32_t header_in_c_sizes(std::int32_t which);
 
@@ -117,6 +118,21 @@ TEST_F(DriverChoiceTest, OneExportMissing) {
     EXPECT_EQ(Failure(choice), "The driver library\n" CORVANTINE_DRIVER_WITHOUT_LED
                                "\ncannot be used: it lacks the export CorvantineDrvr_SetLEDMode.\n"
                                "Using the built-in driver instead.");
+}
+
+TEST_F(DriverChoiceTest, ALibraryThatLacksAnExportStaysLoaded) {
+    const QString path = folder.filePath("lacking.so");
+    ASSERT_TRUE(QFile::copy(CORVANTINE_DRIVER_WITHOUT_LED, path));
+    const auto loaded = [&] {
+        void* library = dlopen(qPrintable(path), RTLD_LAZY | RTLD_NOLOAD);
+        if (library != nullptr) {
+            dlclose(library);
+        }
+        return library != nullptr;
+    };
+    ASSERT_FALSE(loaded());
+    EXPECT_TRUE(IsBuiltIn(ChooseDriver(path, folder.path())));
+    EXPECT_TRUE(loaded());
 }
 
 TEST_F(DriverChoiceTest, ForeignLibraryLacksThemAll) {

@@ -197,10 +197,23 @@ TEST(DriverWrapper, RescaledSamplesAreNumbers) {
     const std::vector<float> source = {1, kNaN, -1, 0};
     std::vector<float> destination = {9, 9, 9, 9};
     instrument.driver.ReScaleSampleData(source.data(), destination.data(), 3, 0, 0, 1, 0);
-    EXPECT_EQ(destination, (std::vector<float>{32767, 0, -32767, 9}));
+    EXPECT_EQ(destination, (std::vector<float>{67108864, 0, -67108864, 9}));
     EXPECT_EQ(instrument.script.TakeViolations(),
               (Calls{"ReScaleSampleData(3, 0, 0, 1, 0): a whole record",
                      "ReScaleSampleData(3, 0, 0, 1, 0): volts per division"}));
+}
+
+TEST(DriverWrapper, AThousandfoldRescalingKeepsTheVoltage) {
+    ScriptedInstrument instrument;
+    std::vector<float> source(kSampleDepth);
+    for (int i = 0; i < kSampleDepth; ++i) {
+        source[static_cast<std::size_t>(i)] = static_cast<float>(i % 2 == 0 ? i : -i) * 10;
+    }
+    std::vector<float> destination(kSampleDepth);
+    instrument.driver.ReScaleSampleData(source.data(), destination.data(), kSampleDepth, 0, 0, 30, 0.03F);
+    for (std::size_t i = 0; i < source.size(); ++i) {
+        EXPECT_NEAR(destination[i] * 0.03, source[i] * 30.0, 1e-6 * std::abs(source[i] * 30.0)) << i;
+    }
 }
 
 TEST(DriverWrapper, DemonstrationSamplesAreNumbers) {

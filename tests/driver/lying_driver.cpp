@@ -1,5 +1,6 @@
-// A driver library that breaks the rule which the environment variable CORVANTINE_LIE names, and keeps the
-// others. It writes where it is told to write and nowhere else: what it writes is the lie.
+// A driver library with four modules that breaks the rule which the environment variable CORVANTINE_LIE
+// names, and keeps the others. It writes where it is told to write and nowhere else: what it writes is the
+// lie.
 #include "corvantine_driver.h"
 
 #include <algorithm>
@@ -47,7 +48,9 @@ void Name(std::uint8_t* buffer, std::int32_t* length) {
     if (Lie("silent")) {
         return;
     }
+    constexpr std::string_view kName = "Corvantine";
     std::memset(buffer, 'n', CORVANTINE_NAME_BYTES);
+    std::copy(kName.begin(), kName.end(), buffer);
     *length = Lie("name length negative")   ? -1
               : Lie("name length 102")      ? 102
               : Lie("name length huge")     ? Int::max()
@@ -65,6 +68,12 @@ void Real(float* out) {
     if (!Lie("silent")) {
         *out = Sample(3);
     }
+}
+
+bool lineDriven = false;
+
+bool LiesInNumbers() {
+    return Lie("numbers huge") || Lie("numbers negative");
 }
 
 std::int32_t Answer() {
@@ -111,9 +120,11 @@ std::int32_t CorvantineDrvr_OpenAndReset(std::int32_t) {
     return Answer();
 }
 void CorvantineDrvr_SetTrigMaster(std::int32_t, std::int32_t) {}
-void CorvantineDrvr_SetDetectLine(std::int32_t, std::int32_t, std::int32_t) {}
+void CorvantineDrvr_SetDetectLine(std::int32_t, std::int32_t drive, std::int32_t) {
+    lineDriven = lineDriven || drive != 0;
+}
 std::int32_t CorvantineDrvr_GetDetectLine(std::int32_t) {
-    return Answer();
+    return lineDriven && !LiesInNumbers() ? 0 : Answer();
 }
 void CorvantineDrvr_Close(std::int32_t) {}
 void CorvantineDrvr_InitScope(std::int32_t, std::int32_t) {}
@@ -145,7 +156,7 @@ void CorvantineDrvr_SetPreTrigDepth(std::int32_t, float) {}
 void CorvantineDrvr_AcquisitionStart(std::int32_t) {}
 void CorvantineDrvr_AcquisitionEnd(std::int32_t) {}
 std::int32_t CorvantineDrvr_GetAcquistionState(std::int32_t) {
-    return Answer();
+    return LiesInNumbers() ? Answer() : 0; // every record is there at once
 }
 std::int32_t CorvantineDrvr_GetTriggeredStatus(std::int32_t) {
     return Answer();

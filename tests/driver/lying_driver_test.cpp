@@ -1,5 +1,6 @@
 #include "driver/driver.h"
 #include "driver/library_backend.h"
+#include "driver/lies.h"
 
 #include "frame/samples.h"
 
@@ -12,34 +13,6 @@
 #include <vector>
 
 namespace {
-
-constexpr const char* kLies[] = {
-    "none",
-    "silent",
-    "depth huge",
-    "depth negative",
-    "issue unterminated",
-    "forced values overwritten",
-    "name length negative",
-    "name length 102",
-    "name length huge",
-    "name length smallest",
-    "numbers huge",
-    "numbers negative",
-    "sample not a number",
-    "sample infinite",
-    "sample huge",
-    "RIS position not a number",
-    "RIS position infinite",
-    "RIS position negative",
-    "RIS position far",
-    "period zero",
-    "period negative",
-    "period not a number",
-    "period infinite",
-    "period tiny",
-    "period huge",
-};
 
 /// A driver library that breaks one rule. Buffers are on the heap and exactly as large as the interface has
 /// them, so that a sanitizer sees a single step beyond.
@@ -65,8 +38,8 @@ void ForEachLie(const std::function<void(const Lying&, Driver&)>& check) {
     }
 }
 
-template <class Values> bool AllAreSamples(const Values& values) {
-    return std::all_of(values.begin(), values.end(), [](auto x) { return std::abs(x) <= 32767; });
+template <class Values> bool AllAreSamples(const Values& values, int most = 32767) {
+    return std::all_of(values.begin(), values.end(), [most](auto x) { return std::abs(x) <= most; });
 }
 
 TEST(LyingDriver, ReportsNamesAndNumbersThatCanBeUsed) {
@@ -117,7 +90,7 @@ TEST(LyingDriver, FillsBuffersWithSamples) {
 
         std::vector<float> rescaled(kSampleRow + 1);
         driver.ReScaleSampleData(buffer.data(), rescaled.data(), kSampleDepth, 0, 0, 1, 1);
-        EXPECT_TRUE(AllAreSamples(rescaled));
+        EXPECT_TRUE(AllAreSamples(rescaled, 1 << 26));
 
         for (const double reference : {0.0, 0.5}) {
             std::vector<double> spectrum(2048);

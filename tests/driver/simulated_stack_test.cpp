@@ -51,6 +51,7 @@ TEST_F(SimulatedStack, TellsWhatTheFileSaysOfAModule) {
     EXPECT_EQ(driver->GetSerialNumber(1), "a");
     EXPECT_EQ(driver->GetPortNumber(1), 9);
     EXPECT_EQ(driver->GetHWRev(1), 0x2A);
+    EXPECT_TRUE(driver->OpenAndReset(1));
     EXPECT_EQ(driver->GetControllerRev(1), 17);
     std::int32_t first = 0;
     std::int32_t second = 0;
@@ -62,7 +63,6 @@ TEST_F(SimulatedStack, TellsWhatTheFileSaysOfAModule) {
     EXPECT_EQ(driver->GetOffsetDACScale(1), 0.25F);
     for (int ch = 2; ch <= kScopeChannels; ++ch) {
         EXPECT_EQ(driver->GetProductName(ch), "");
-        EXPECT_FALSE(driver->OpenAndReset(ch));
     }
 }
 
@@ -417,7 +417,13 @@ TEST_F(SimulatedStack, SlaveAloneDoesNotStart) {
     Open(Module("signal = sine frequency=50kHz amplitude=1V") + Module(""), 2);
     driver->AcquisitionStart(2);
     EXPECT_EQ(driver->GetAcquistionState(1), 0);
-    EXPECT_EQ(driver->GetTriggeredStatus(1), 0);
+    EXPECT_NE(driver->GetAcquistionState(2), 0) << "it is armed and waits for the source";
+    for (const int ch : {1, 2}) {
+        EXPECT_EQ(driver->GetTriggeredStatus(ch), 0);
+        EXPECT_EQ(driver->GetSamplesSinceTrigger(ch), 0);
+    }
+    driver->AcquisitionEnd(2);
+    EXPECT_EQ(driver->GetAcquistionState(2), 0);
 }
 
 // Roll
@@ -606,6 +612,7 @@ TEST_F(SimulatedStack, ClosedEmptyAndImpossibleChannelsDoNothing) {
         driver->Close(ch);
         EXPECT_LE(driver->GetProductName(ch).size(), 10);
     }
+    EXPECT_NE(Leave(), "");
 }
 
 TEST_F(SimulatedStack, OpenModuleBearsImpossibleSettings) {
@@ -615,24 +622,36 @@ TEST_F(SimulatedStack, OpenModuleBearsImpossibleSettings) {
     driver->SetOffset(1, nan);
     driver->SetTriggerDelay(1, nan);
     driver->SetTrigThresh(1, nan);
-    driver->SetTrigType(1, -4);
     driver->SetPreTrigDepth(1, nan);
     driver->SetBaseAdcClk(1, 0);
     driver->SetDecimationRatio(1, 0);
     EXPECT_EQ(Acquire().size(), 3072U);
     driver->SetPreTrigDepth(1, 5);
     driver->SetTriggerDelay(1, -5);
+    driver->SetTrigType(1, 3);
     EXPECT_EQ(Acquire().size(), 3072U);
+    EXPECT_NE(Leave(), "");
 }
 
 TEST_F(SimulatedStack, CallsAfterTheEndDoNothing) {
     Open(Module("signal = sine frequency=1MHz amplitude=1V"));
+    driver->Close(1);
+    testing::internal::CaptureStderr();
     driver->CloseDrvr(1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    testing::internal::CaptureStderr();
     driver->AcquisitionStart(1);
     EXPECT_EQ(driver->GetAcquistionState(1), 0);
     EXPECT_EQ(driver->GetProductName(1), "");
     EXPECT_FLOAT_EQ(driver->GetSamplePeriod(true, 0), 2e-8F) << "the last usable one";
     driver->CloseDrvr(1);
+    driver.reset();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "simulated stack: AcquisitionStart(1): the library is not open\n"
+              "simulated stack: GetAcquistionState(1): the library is not open\n"
+              "simulated stack: GetProductName(1): the library is not open\n"
+              "simulated stack: GetSamplePeriod(-1, 0): the library is not open\n"
+              "simulated stack: CloseDrvr(1): the library is not open\n");
 }
 
 TEST_F(SimulatedStack, RunsTheDemonstrationWithoutModules) {
@@ -654,6 +673,17 @@ TEST_F(SimulatedStack, RunsTheDemonstrationWithoutModules) {
     }
     driver->FFT(sine.data(), 2048, 0.5, 1);
     EXPECT_NEAR(sine[64], 0, 0.1);
+    for (int ch = 1; ch <= kScopeChannels; ++ch) {
+        driver->InitScope(ch, ch == 1);
+        driver->SetBaseAdcClk(ch, ch == 1 ? 10 : 50);
+        driver->SetDecimationRatio(ch, ch == 1 ? 400 : 1);
+        driver->SetRISMode(ch, false);
+    }
+    EXPECT_FLOAT_EQ(driver->GetSamplePeriod(true, 0), 4e-5F);
+    driver->SetDecimationRatio(1, 2);
+    EXPECT_FLOAT_EQ(driver->GetSamplePeriod(true, 0), 2e-7F);
+    driver->SetRISMode(1, true);
+    EXPECT_FLOAT_EQ(driver->GetSamplePeriod(true, 0), 1e-9F);
     std::vector<float> source(3000, 12.7F);
     driver->ReScaleSampleData(source.data(), source.data(), 3000, 0, 10, 1, 2);
     EXPECT_NEAR(source[0], 6.35 + 12.7, 1e-4);

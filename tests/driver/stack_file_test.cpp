@@ -9,6 +9,7 @@ class StackFile : public StackFixture {
     /// What the library says of a file, which has to leave it without modules.
     std::string Refusal(const std::string& text) { return RefusalOf(Write("bad.stack", text)); }
     std::string RefusalOf(const std::string& path) {
+        EXPECT_EQ(Leave(), "");
         testing::internal::CaptureStderr();
         EXPECT_EQ(FindFile(path), 0);
         EXPECT_EQ(driver->GetProductName(1), "");
@@ -49,6 +50,12 @@ TEST_F(StackFile, MistakesAreRefusedWithTheirLine) {
         {"[module]\nrange_offsets = 1 2\n", "2: 3 numbers are needed\n"},
         {"[module]\nris_band = 1\n", "2: 2 numbers are needed\n"},
         {"[module]\nhardware_revision = 0xZZ\n", "2: \"0xZZ\" is not a whole number\n"},
+        {"on_violation = shout\n", "1: \"shout\" is none of tell, end\n"},
+        {"[module]\nris_passes = bad\n", "2: \"bad\" is none of valid, invalid, misplaced\n"},
+        {"[module]\nbad_readings = 1.5\n", "2: \"1.5\" is outside 0 to 1\n"},
+        {"[module]\nbusy_after = -1\n", "2: \"-1\" is outside 0 to 1e+09\n"},
+        {"[module]\nstops_answering_after = soon\n", "2: \"soon\" is not a number\n"},
+        {"[module]\nanswer_time = 11\n", "2: \"11\" is outside 0 to 10\n"},
         {"[module]\n[module]\n[module]\n[module]\n[module]\n", "5: a stack has no more than 4 modules\n"},
         {"[module]\nsignal = sawtooth\n", "2: \"sawtooth\" is no signal\n"},
         {"[module]\nsignal = sine\n", "2: sine needs frequency=\n"},

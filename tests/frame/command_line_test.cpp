@@ -40,8 +40,18 @@ TEST(CommandLine, ReadsEveryForm) {
     ExpectForcing("/MIS5:b", {-1, -1, 1, ""});
     ExpectForcing("/MIS:2", {-1, -1, 1, ""});
     ExpectForcing("/MIS99999999999:2", {-1, -1, 1, ""});
+    ExpectForcing("/MIS5:99999999999", {5, -1, 1, ""});
+    ExpectForcing("/MIS5:-1e300", {5, -1, 1, ""});
+    ExpectForcing("/MIS5:nan", {-1, -1, 1, ""});
+    ExpectForcing("/MISinf:2", {-1, -1, 1, ""});
     ExpectForcing("/mis5:2", {-1, -1, 1, ""});
     ExpectForcing("DEBUG", {-1, -1, 1, ""});
+}
+
+TEST(CommandLine, TheSuffixKeepsWhatWasTyped) {
+    ExpectForcing("/MIS05:1", {5, 1, 1, "_05:1"});
+    ExpectForcing("/MIS5:01", {5, 1, 1, "_5:01"});
+    ExpectForcing("/MIS5.4:2.0", {5, 2, 2, "_5.4:2.0"});
 }
 
 TEST(CommandLine, OnlyTheBareWordTurnsTheLogOn) {

@@ -39,6 +39,17 @@ TEST(FormatSeconds, ChoosesTheUnitByTheAbsoluteValue) {
     EXPECT_EQ(Text(-3.5), "-3.500s");
 }
 
+TEST(FormatSeconds, AFigureThatRoundsToAThousandIsOneOfTheNextUnit) {
+    EXPECT_EQ(Text(static_cast<double>(1e-06F)), "1.000us"); // 9.99999997e-07
+    EXPECT_EQ(Text(999.94e-9), "999.9ns");
+    EXPECT_EQ(Text(999.96e-9), "1.000us");
+    EXPECT_EQ(Text(-999.96e-9), "-1.000us");
+    EXPECT_EQ(Text(999.9994e-6), "999.999us");
+    EXPECT_EQ(Text(999.9996e-6), "1.000ms");
+    EXPECT_EQ(Text(0.9999994), "999.999ms");
+    EXPECT_EQ(Text(0.9999996), "1.000s");
+}
+
 TEST(FormatSeconds, RoundsHalvesAwayFromZero) {
     EXPECT_EQ(Text(12.25e-9), "12.3ns");
     EXPECT_EQ(Text(-12.25e-9), "-12.3ns");

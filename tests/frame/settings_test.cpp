@@ -314,13 +314,58 @@ TEST_F(Settings, AKillAtAnyMomentLeavesAWholeFile) {
     EXPECT_EQ(files(), QStringList({"Corvantine.ini"}));
 }
 
-TEST_F(Settings, RemovesTheTemporaryOfAWriterThatWasKilled) {
-    QFile left(path() + ".Ab12Cd");
-    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
-    left.close();
+TEST_F(Settings, RemovesWhatAWriterThatWasKilledLeftAndNothingElse) {
+    const QStringList users{"Corvantine.ini.Ab12Cd", "Corvantine.ini.backup", "Corvantine.ini.old",
+                            "Corvantine.ini~"};
+    QStringList beside = users;
+    beside << "Corvantine.ini.unfinished-write";
+    for (const QString& name : beside) {
+        QFile file(folder_.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("mine");
+    }
     store_.Save(kProgram, "a", "x", "1");
     EXPECT_EQ(store_.Flush(), QStringList());
+    EXPECT_EQ(files(), QStringList("Corvantine.ini") + users);
+    EXPECT_EQ(bytes(), "[a]\nx=1\n");
+}
+
+TEST_F(Settings, AWriterThatIsKilledWhileItWritesLeavesThatOneFile) {
+    SaveGeneration(store_, 1);
+    ASSERT_EQ(store_.Flush(), QStringList());
+    const QByteArray before = bytes();
+    const pid_t child = Fork([&] {
+        const rlimit limit{4096, 4096};
+        std::signal(SIGXFSZ, SIG_DFL); // the write that goes beyond it kills
+        setrlimit(RLIMIT_FSIZE, &limit);
+        SettingsStore killed(folder_.path());
+        SaveGeneration(killed, 2);
+        killed.Flush();
+        return 0;
+    });
+    EXPECT_EQ(ExitCode(child), -1);
+    EXPECT_EQ(bytes(), before);
+    EXPECT_EQ(files().filter(QRegularExpression("^(?!.*\\.lock$)")),
+              QStringList({"Corvantine.ini", "Corvantine.ini.unfinished-write"}));
+    SaveGeneration(store_, 3);
+    EXPECT_EQ(store_.Flush(), QStringList());
     EXPECT_EQ(files(), QStringList({"Corvantine.ini"}));
+}
+
+TEST_F(Settings, AUsersLinkAndRightsStay) {
+    const QString elsewhere = folder_.filePath("elsewhere.ini");
+    ASSERT_TRUE(QFile::link(elsewhere, path()));
+    for (const char* value : {"1", "2"}) { // where there is no file yet, and where there is
+        store_.Save(kProgram, "a", "x", value);
+        EXPECT_EQ(store_.Flush(), QStringList());
+        EXPECT_TRUE(QFileInfo(path()).isSymLink());
+        EXPECT_EQ(bytes(), QByteArray("[a]\nx=") + value + "\n");
+        chmod(qPrintable(elsewhere), 0640);
+    }
+    EXPECT_TRUE(QFileInfo::exists(elsewhere));
+    struct stat is {};
+    ASSERT_EQ(stat(qPrintable(elsewhere), &is), 0);
+    EXPECT_EQ(is.st_mode & 0777, 0640U);
 }
 
 TEST_F(Settings, InstancesThatCloseAtOnceLoseNothing) {

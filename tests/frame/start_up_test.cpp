@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTest>
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -233,6 +234,28 @@ TEST_F(StartUpTest, AClosePressedInsideATickEndsTheTickWithoutAnotherCall) {
     EXPECT_TRUE(instrument->closing);
     EXPECT_EQ(sleeps, 20); // the tick cannot end while its own yield serves the close
     EXPECT_THAT(script().calls, ElementsAre("Close(1)", "Close(2)", "CloseDrvr(77)"));
+}
+
+TEST_F(StartUpTest, TheThresholdKnobShowsTheTriggerLinesOfBothTimeDisplays) {
+    Start(1);
+    const auto line = [](Form& form, const char* canvas) {
+        return form.control<QWidget>(canvas)->findChild<QWidget*>("TriggerLine");
+    };
+    QWidget* main = line(*instrument->forms.MainForm, "MainPlotCanvas");
+    QWidget* large = line(*instrument->forms.FullScreenTimeForm, "Canvas");
+    ASSERT_TRUE(main != nullptr && large != nullptr && main != large);
+    QTimer* timer = instrument->forms.MainForm->timer("TriggerLineTimer");
+    EXPECT_EQ(timer->interval(), 2000);
+    timer->setInterval(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return main->isHidden() && large->isHidden(); }));
+    timer->setInterval(2000);
+    auto* knob = instrument->forms.MainForm->control<KnobControl1>("TriggerKnob");
+    knob->SetKnobValue(knob->KnobValue() + 5);
+    EXPECT_FALSE(main->isHidden());
+    EXPECT_FALSE(large->isHidden());
+    timer->setInterval(0);
+    timer->start();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return main->isHidden() && large->isHidden(); }));
 }
 
 TEST_F(StartUpTest, AFolderThatCannotBeWrittenCostsOnlyTheLog) {

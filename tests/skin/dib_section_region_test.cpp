@@ -224,9 +224,10 @@ TEST_F(Region, SaveWithoutARegionRaises) {
 
 TEST_F(Region, SaveIntoNowhereRaisesAndKeepsWhatIsThere) {
     region.Create(dib);
-    EXPECT_EQ(ErrorOf([&] { region.Save(folder.filePath(QStringLiteral("no/such/face.rgn"))); }).number, 75);
+    EXPECT_EQ(ErrorOf([&] { region.Save(folder.filePath(QStringLiteral("no/such/face.rgn"))); }).number,
+              26012);
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("taken")));
-    EXPECT_EQ(ErrorOf([&] { region.Save(folder.filePath(QStringLiteral("taken"))); }).number, 75);
+    EXPECT_EQ(ErrorOf([&] { region.Save(folder.filePath(QStringLiteral("taken"))); }).number, 26012);
     EXPECT_TRUE(QDir(folder.filePath(QStringLiteral("taken"))).exists());
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
               QStringList{QStringLiteral("taken")});

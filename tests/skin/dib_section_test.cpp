@@ -49,6 +49,7 @@ TEST_F(DibSection, HeaderIsThePublishedOne) {
     ASSERT_TRUE(dib.Create(7, 5));
     const BitmapInfoHeader& header = dib.Header();
     EXPECT_EQ(header.biSize, 40U);
+    EXPECT_EQ(sizeof header, 40U);
     EXPECT_EQ(header.biWidth, 7);
     EXPECT_EQ(header.biHeight, 5);
     EXPECT_EQ(header.biPlanes, 1);

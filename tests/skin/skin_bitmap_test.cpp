@@ -101,6 +101,35 @@ TEST(SkinBitmap, OtherFilesAreRefused) {
     EXPECT_TRUE(DecodeSkinBitmap(compressed).isNull());
 }
 
+TEST(SkinBitmap, PixelsThatBeginInsideTheHeadersAreRefused) {
+    for (QByteArray bytes : {bitmap::Plain(16, 16), bitmap::Palette(16, 16), bitmap::RunLength(16, 16)}) {
+        const auto first = qFromLittleEndian<quint32>(bytes.constData() + 10);
+        ASSERT_FALSE(DecodeSkinBitmap(bytes).isNull());
+        // All pixels are there at each of these places, so that nothing else refuses them.
+        for (quint32 offset = 0; offset < first; ++offset) {
+            qToLittleEndian(offset, bytes.data() + 10);
+            ASSERT_TRUE(DecodeSkinBitmap(bytes).isNull()) << offset;
+        }
+    }
+}
+
+TEST(SkinBitmap, AShorterPaletteLeavesMoreRoomAndALongerOneLess) {
+    QByteArray bytes = bitmap::Palette(16, 16);
+    const auto usesColours = [&](quint32 count) { qToLittleEndian(count, bytes.data() + 46); };
+    usesColours(256);
+    EXPECT_FALSE(DecodeSkinBitmap(bytes).isNull());
+    usesColours(257);
+    EXPECT_TRUE(DecodeSkinBitmap(bytes).isNull());
+    usesColours(0xFFFFFFFF);
+    EXPECT_TRUE(DecodeSkinBitmap(bytes).isNull());
+    usesColours(16);
+    qToLittleEndian(14U + 40 + 4 * 16, bytes.data() + 10);
+    EXPECT_FALSE(DecodeSkinBitmap(bytes).isNull());
+    QByteArray plain = bitmap::Plain(16, 16);
+    qToLittleEndian(2U, plain.data() + 46); // colours for screens that have few
+    EXPECT_TRUE(DecodeSkinBitmap(plain).isNull());
+}
+
 TEST(SkinBitmap, AFileLargerThanAnySkinIsNotRead) {
     const QTemporaryDir folder;
     QFile file(folder.filePath("large.bmp"));

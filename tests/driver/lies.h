@@ -1,0 +1,30 @@
+#pragma once
+
+/// The rules that lying_driver can break, by the texts that CORVANTINE_LIE names.
+inline constexpr const char* kLies[] = {
+    "none",
+    "silent",
+    "depth huge",
+    "depth negative",
+    "issue unterminated",
+    "forced values overwritten",
+    "name length negative",
+    "name length 102",
+    "name length huge",
+    "name length smallest",
+    "numbers huge",
+    "numbers negative",
+    "sample not a number",
+    "sample infinite",
+    "sample huge",
+    "RIS position not a number",
+    "RIS position infinite",
+    "RIS position negative",
+    "RIS position far",
+    "period zero",
+    "period negative",
+    "period not a number",
+    "period infinite",
+    "period tiny",
+    "period huge",
+};
