@@ -30,6 +30,15 @@ WindowPlace PlaceOf(Form& form) {
             .put = [&form](const QRect& place) { form.setGeometry(place); }};
 }
 
+ScreenPlaces PresentScreens() {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    ScreenPlaces places{.all = {}, .primary = primary->geometry(), .available = primary->availableGeometry()};
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        places.all.push_back(screen->geometry());
+    }
+    return places;
+}
+
 /// The main form's place is that of the face: the surface reaches further, to where the panels come out.
 WindowPlace PlaceOf(Surface& surface, const Form& face) {
     return {.place = [&] { return QRect(QPoint(surface.Left(), surface.Top()), face.size()); },
@@ -350,7 +359,7 @@ void Instrument::ConnectSettings() {
                                .StatsForm = PlaceOf(*forms.StatsForm),
                                .FullScreenTimeForm = PlaceOf(*forms.FullScreenTimeForm),
                                .MainForm = PlaceOf(*forms.surface, main)},
-        ScopeSettings::Calls{.Screen = [] { return QGuiApplication::primaryScreen()->size(); },
+        ScopeSettings::Calls{.Screens = PresentScreens,
                              .SkinIndex = [this] { return skins->SkinIndex; },
                              .SetSkinIndex = [this](int index) { skins->SkinIndex = index; },
                              .SetControlColorsToMatchSkin = [this] { skins->SetControlColorsToMatchSkin(); },

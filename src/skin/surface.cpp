@@ -208,6 +208,12 @@ void Surface::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
         if (!drawn_) {
             windowHandle()->installEventFilter(this);
+            // The window system keeps the outline in its own pixels.
+            connect(windowHandle(), &QWindow::screenChanged, this, [this] {
+                shaped_ = false;
+                clearMask(); // the same mask once more would not be passed on
+                OutlineChanged();
+            });
         }
         raise();
         activateWindow();

@@ -73,6 +73,7 @@ TEST_F(SatelliteWindows, ARestoreSendsNothingAndNoControlSpeaks) {
     timeBase->SetKnobValue(timeBase->KnobMax());
     ASSERT_TRUE(record->RollMode);
     QApplication::processEvents();
+    instrument->forms.MainForm->timer("RunTimer")->stop(); // the change has started it anew
     script().Clear();
     CountEvents();
     ASSERT_GT(controls, 30);
