@@ -86,6 +86,9 @@ void ScopeSettings::RestoreScopeSettings() {
         window.put(place);
     };
     RestoreSkin(section);
+    if (calls_.Closing && calls_.Closing()) {
+        return;
+    }
 
     const QRect fft = windows_.FFTForm.place();
     putOnScreen(windows_.FFTForm, section.Place(QStringLiteral("FFTWindow"), fft, fft.size()));
