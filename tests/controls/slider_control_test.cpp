@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QWheelEvent>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -476,19 +477,19 @@ TEST_F(SliderControl, NoSizeIsTooSmall) {
 }
 
 TEST_F(SliderControl, TheLookIsGrooveFrameAndThumb) {
-    slider.resize(100, 16); // groove from y = 5 to 9
+    slider.resize(100, 16); // groove from y = 6 to 10
     slider.SetSliderFillColor(QColor(0, 0, 255));
     slider.SetSliderDepth(0);
     slider.SetSliderValue(0);
     QImage image(100, 16, QImage::Format_RGB32);
     image.fill(Qt::magenta);
     slider.render(&image, {}, {}, QWidget::RenderFlags());
-    EXPECT_EQ(image.pixel(60, 4), QColor(Qt::magenta).rgb());
-    EXPECT_EQ(image.pixel(60, 5), qRgb(0x40, 0x40, 0x40));
-    EXPECT_EQ(image.pixel(60, 6), qRgb(0, 0, 0));
+    EXPECT_EQ(image.pixel(60, 5), QColor(Qt::magenta).rgb());
+    EXPECT_EQ(image.pixel(60, 6), qRgb(0x40, 0x40, 0x40));
     EXPECT_EQ(image.pixel(60, 7), qRgb(0, 0, 0));
-    EXPECT_EQ(image.pixel(60, 8), qRgb(0xC0, 0xC0, 0xC0));
-    EXPECT_EQ(image.pixel(60, 9), QColor(Qt::magenta).rgb());
+    EXPECT_EQ(image.pixel(60, 8), qRgb(0, 0, 0));
+    EXPECT_EQ(image.pixel(60, 9), qRgb(0xC0, 0xC0, 0xC0));
+    EXPECT_EQ(image.pixel(60, 10), QColor(Qt::magenta).rgb());
     EXPECT_EQ(image.pixel(99, 6), qRgb(0xC0, 0xC0, 0xC0));
     EXPECT_EQ(image.pixel(8, 8), qRgb(0, 0, 255));
     EXPECT_EQ(image.pixel(0, 0), QColor(Qt::magenta).rgb()); // the thumb is round
@@ -502,7 +503,7 @@ TEST_F(SliderControl, TheLookIsGrooveFrameAndThumb) {
 }
 
 TEST_F(SliderControl, TheVerticalLookIsTheSameOnItsSide) {
-    slider.resize(16, 100); // groove from x = 5 to 9
+    slider.resize(16, 100); // groove from x = 6 to 10
     slider.SetSliderValue(1);
     QImage image(16, 100, QImage::Format_RGB32);
     image.fill(Qt::magenta);
@@ -511,13 +512,45 @@ TEST_F(SliderControl, TheVerticalLookIsTheSameOnItsSide) {
         QColor(Qt::magenta).rgb(), qRgb(0x40, 0x40, 0x40),   qRgb(0, 0, 0), qRgb(0, 0, 0),
         qRgb(0xC0, 0xC0, 0xC0),    QColor(Qt::magenta).rgb()};
     for (int i = 0; i < 6; ++i) {
-        EXPECT_EQ(image.pixel(4 + i, 50), across[static_cast<std::size_t>(i)]) << i;
+        EXPECT_EQ(image.pixel(5 + i, 50), across[static_cast<std::size_t>(i)]) << i;
     }
-    EXPECT_EQ(image.pixel(6, 0), qRgb(0, 0, 0)); // the near end is closed one pixel in
-    EXPECT_EQ(image.pixel(6, 1), qRgb(0x40, 0x40, 0x40));
+    EXPECT_EQ(image.pixel(7, 0), qRgb(0, 0, 0)); // the near end is closed one pixel in
+    EXPECT_EQ(image.pixel(7, 1), qRgb(0x40, 0x40, 0x40));
     slider.SetSliderValue(0);
     slider.render(&image, {}, {}, QWidget::RenderFlags());
-    EXPECT_EQ(image.pixel(6, 99), qRgb(0xC0, 0xC0, 0xC0));
+    EXPECT_EQ(image.pixel(7, 99), qRgb(0xC0, 0xC0, 0xC0));
+}
+
+TEST_F(SliderControl, TheLookIsTheSameOnBothSidesOfItsMiddle) {
+    for (const QSize size : {QSize(100, 17), QSize(100, 15), QSize(100, 16), QSize(13, 85), QSize(17, 239)}) {
+        slider.resize(size);
+        slider.SetSliderDepth(0);
+        slider.SetSliderFillColor(Qt::green);
+        slider.SetSliderValue(0.5F);
+        QImage image(size * slider.devicePixelRatioF(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(slider.devicePixelRatioF());
+        image.fill(Qt::magenta);
+        slider.render(&image, {}, {}, QWidget::RenderFlags());
+        const bool wide = size.width() > size.height();
+        const QImage mirrored = image.mirrored(!wide, wide);
+        const double ratio = slider.devicePixelRatioF();
+        if (std::floor(size.width() * ratio) != size.width() * ratio ||
+            std::floor(size.height() * ratio) != size.height() * ratio) {
+            continue; // its middle is not that of the picture
+        }
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor a = image.pixelColor(x, y);
+                const QColor b = mirrored.pixelColor(x, y);
+                const bool groove =
+                    a.lightness() != b.lightness() && a.saturation() == 0 && b.saturation() == 0;
+                const int differs = std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) +
+                                    std::abs(a.blue() - b.blue());
+                ASSERT_TRUE(groove || differs < 90) // the light on the groove's frame, a breath at the rim
+                    << size.width() << "x" << size.height() << " at " << x << ", " << y;
+            }
+        }
+    }
 }
 
 TEST(SliderDesignKeys, ReadsTheKeysAndDefaultsForTheRest) {
