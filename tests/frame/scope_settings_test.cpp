@@ -102,6 +102,7 @@ TEST(BroughtOnScreen, TakesAnEdgeOutsideToZero) {
 }
 
 TEST_F(ScopeSettingsTest, RestoresInOrderFromAnEmptyStore) {
+    record_.SampleDots = true; // not the default
     restore();
     EXPECT_EQ(calls_, QStringList({"get SkinColour",
                                    "SetControlColorsToMatchSkin",
