@@ -174,6 +174,7 @@ void ChannelTab::ProbeType_Click(int) {
     CalSourceOff();
     UpdateNullDialog();
     VoltsKnob->RefreshValue();
+    calls_.RedrawSettings();
 }
 
 void ChannelTab::ChannelOnButton_Click() {

@@ -3,6 +3,7 @@
 #include "controls/button_control.h"
 #include "controls/hyperlink_label.h"
 #include "controls/knob_control.h"
+#include "controls/picture.h"
 #include "controls/rounding.h"
 #include "controls/slider_control.h"
 #include "controls/symbol_font.h"
@@ -102,6 +103,10 @@ QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
     }
     if (auto* link = qobject_cast<UserControl2*>(object)) {
         return MakeLink(link);
+    }
+    auto* picture = qobject_cast<Picture*>(object);
+    if (picture != nullptr && picture->Value() != nullptr) {
+        return new AccessibleValueControl(picture, QAccessible::Slider, *picture->Value());
     }
     if (auto* label = qobject_cast<QLabel*>(object); label != nullptr && !label->accessibleName().isEmpty()) {
         return new AccessibleStatus(label);

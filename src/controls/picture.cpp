@@ -1,7 +1,29 @@
 #include "controls/picture.h"
 
+#include "controls/accessibility.h"
+
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <utility>
+
+namespace {
+
+/// The mark of the focus on a picture: a thin dashed frame, dark over light so that it is seen on every
+/// colour.
+void DrawFocusFrame(QPainter& painter, const QRectF& place) {
+    const QRectF frame = place.adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Qt::black, 1));
+    painter.drawRect(frame);
+    QPen dashes(Qt::white, 1);
+    dashes.setCapStyle(Qt::FlatCap);
+    dashes.setDashPattern({2, 2});
+    painter.setPen(dashes);
+    painter.drawRect(frame);
+}
+
+} // namespace
 
 QPixmap RenderDrawing(const FaceDrawing& drawing, QSize size, double ratio) {
     QPixmap pixmap(size * ratio);
@@ -15,6 +37,16 @@ QPixmap RenderDrawing(const FaceDrawing& drawing, QSize size, double ratio) {
 
 Picture::Picture(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
+}
+
+Picture::~Picture() = default;
+
+void Picture::SetValueAccess(ValueAccess access) {
+    value_ = std::make_unique<ValueAccess>(std::move(access));
+    // What was known of the picture so far knew of no value.
+    if (QAccessibleInterface* known = QAccessible::queryAccessibleInterface(this)) {
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
+    }
 }
 
 void Picture::SetBackColor(const QColor& colour) {
@@ -47,6 +79,9 @@ void Picture::paintEvent(QPaintEvent*) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform, devicePixelRatioF() > 1.0);
         painter.drawPixmap(rect(), picture_);
     }
+    if (focus_.Shown()) {
+        DrawFocusFrame(painter, rect());
+    }
 }
 
 void Picture::mousePressEvent(QMouseEvent* event) {
@@ -63,4 +98,27 @@ void Picture::mouseReleaseEvent(QMouseEvent* event) {
 
 void Picture::mouseDoubleClickEvent(QMouseEvent*) {
     emit DblClick();
+}
+
+void Picture::keyPressEvent(QKeyEvent* event) {
+    event->ignore();
+    if (!hasFocus()) {
+        return; // it came on from a picture that this one holds
+    }
+    emit KeyDown(event);
+    if (event->isAccepted() && focus_.Key()) {
+        update();
+    }
+}
+
+void Picture::focusInEvent(QFocusEvent* event) {
+    if (focus_.In(event->reason())) {
+        update();
+    }
+}
+
+void Picture::focusOutEvent(QFocusEvent*) {
+    if (focus_.Out()) {
+        update();
+    }
 }

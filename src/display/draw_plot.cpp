@@ -63,6 +63,21 @@ void PlaceGroundLabels(const Plot& plot) {
     }
 }
 
+/// The vertical lines are numbered from the left end of the record. Only those that the view can show are
+/// drawn: at a great expansion that is a few of many thousand.
+void DrawVerticalGrid(const Plot& plot, double count) {
+    const DrawPlotArguments& in = plot.in;
+    const double pitch = static_cast<double>(in.XMax - in.XMin) / in.HorizDivs;
+    const auto number = [&](double x) { return (x - in.XMin) * in.XExpansion / pitch; };
+    // One beside each edge may still reach into the view, since a line has a width.
+    const double first = std::max(0.0, std::ceil(number(plot.view.ViewXMin)) - 1);
+    const double last = std::min(count, std::floor(number(plot.view.ViewXMax)) + 1);
+    for (double i = first; i <= last; ++i) {
+        const double x = i * pitch / in.XExpansion + in.XMin;
+        plot.canvas.Line(x, in.YMax, x, in.YMin);
+    }
+}
+
 void DrawGrid(const Plot& plot) {
     const DrawPlotArguments& in = plot.in;
     plot.canvas.SetForeColor(kGridColour);
@@ -71,15 +86,12 @@ void DrawGrid(const Plot& plot) {
         const double y = static_cast<double>(plot.span()) * i / (2.0 * in.HalfVertDivs);
         plot.canvas.Line(in.XMin, y, in.XMax, y);
     }
-    const double pitch = static_cast<double>(in.XMax - in.XMin) / in.HorizDivs;
     const double divisions = in.HorizDivs * in.XExpansion;
-    const double count = std::round(divisions);
-    for (int i = 0; i <= count; ++i) {
-        const double x = i * pitch / in.XExpansion + in.XMin;
-        plot.canvas.Line(x, in.YMax, x, in.YMin);
-        if (i == divisions && !in.IsSpectrum && plot.companions != nullptr) {
-            PlaceGroundLabels(plot);
-        }
+    const double count = std::nearbyint(divisions);
+    DrawVerticalGrid(plot, count);
+    // With a broken number of divisions there is no line at the end of the record, and the labels stay.
+    if (count == divisions && count >= 0 && !in.IsSpectrum && plot.companions != nullptr) {
+        PlaceGroundLabels(plot);
     }
 }
 
@@ -87,8 +99,9 @@ void FindCursors(Plot& plot) {
     const DrawPlotArguments& in = plot.in;
     for (int i = 0; i < Record::kCursors; ++i) {
         const double position = in.VertCursorPos[i];
-        plot.cursorX[i] = std::round(in.IsSpectrum ? position : position / in.SamplePeriod);
-        plot.cursorY[i] = std::round(in.HorizCursorPos[i]);
+        // Ties to even, as whoever reads the sample at a cursor does.
+        plot.cursorX[i] = std::nearbyint(in.IsSpectrum ? position : position / in.SamplePeriod);
+        plot.cursorY[i] = std::nearbyint(in.HorizCursorPos[i]);
     }
 }
 

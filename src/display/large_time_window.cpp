@@ -12,6 +12,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
+#include <QSignalBlocker>
 #include <utility>
 
 namespace {
@@ -29,6 +30,8 @@ LargeTimeWindow::LargeTimeWindow(Form& form, Record& record, const Controls& con
     new WindowMover(*canvas);
     connect(canvas, &PlotCanvas::DoubleClicked, this, &LargeTimeWindow::Canvas_DblClick);
     connect(&form_, &Form::Resized, this, &LargeTimeWindow::Form_Resize);
+    // The change of timebase asks for its new text before the knob has it.
+    connect(controls_.TimeBaseKnob, &KnobControl1::Change, this, &LargeTimeWindow::RedrawSettings);
 }
 
 QString LargeTimeWindow::Settings() const {
@@ -62,8 +65,10 @@ void LargeTimeWindow::Form_Resize() {
     const int line = QFontMetrics(form_.font()).height();
     auto* canvas = form_.control<PlotCanvas>("Canvas");
     const int height = form_.height() > 2 * line ? form_.height() - 2 * line : canvas->height();
-    canvas->setGeometry(0, 0, form_.width(), height);
-
+    {
+        const QSignalBlocker quiet(canvas); // it asks for a plot, which comes at the end
+        canvas->setGeometry(0, 0, form_.width(), height);
+    }
     const auto toTop = [&](const char* name, int top) {
         auto* widget = form_.control<QWidget>(name);
         widget->move(widget->x(), top);

@@ -89,8 +89,17 @@ void PlotCanvas::changeEvent(QEvent* event) {
 }
 
 void PlotCanvas::paintEvent(QPaintEvent* event) {
-    if (devicePixelRatioF() != raster_.PixelRatio()) {
-        FitRaster(); // the window came to another screen
+    if (devicePixelRatioF() != raster_.PixelRatio() && !fitPending_) {
+        // The window came to another screen. What is plotted then takes time and may call anybody: not in
+        // here.
+        fitPending_ = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                fitPending_ = false;
+                FitRaster();
+            },
+            Qt::QueuedConnection);
     }
     const double ratio = raster_.PixelRatio();
     QPainter painter(this);

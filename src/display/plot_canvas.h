@@ -41,7 +41,7 @@ class PlotCanvas : public QWidget, public PlotCompanions {
     void Pressed(Qt::MouseButton button, double x, double y);
     void Moved(Qt::MouseButtons buttons, double x, double y);
     void DoubleClicked(double x, double y);
-    /// The raster is new and empty: its size or the screen's scale changed.
+    /// The raster is new and empty: its size or the screen's scale changed. Never from a paint event.
     void Resized();
 
   protected:
@@ -58,6 +58,7 @@ class PlotCanvas : public QWidget, public PlotCompanions {
     static void MoveTo(QWidget* widget, double x, double y);
 
     RasterCanvas raster_;
+    bool fitPending_ = false;
     PerChannel<QLabel*> ChGroundLabel;
     PerChannel<Colour> labelColour_;
     QFrame* TriggerLine_;

@@ -1,6 +1,7 @@
 #include "display/plotter.h"
 
-#include <cmath>
+#include "controls/rounding.h"
+
 #include <utility>
 
 namespace {
@@ -39,6 +40,14 @@ void Plotter::PlotNow() {
     if (record_.PlotInhibit) {
         return;
     }
+    if (showingSpectrum_) {
+        plotAgain_ = true;
+        return;
+    }
+    Plot();
+}
+
+void Plotter::Plot() {
     ReadControls();
     PlotTime();
     if (calls_.WorldLineUpdate) {
@@ -82,7 +91,7 @@ DrawPlotArguments Plotter::TimeArguments(double samplePeriod) {
         .HorizZoom = static_cast<double>(controls_.HorizZoomKnob->KnobValue()),
         .XExpansion = record_.DisplayExpansion * record_.HeldZoom,
         .HalfVertDivs = kHalfVertDivs,
-        .HorizDivs = static_cast<int>(std::round(record_.SampleDepth / double{kSamplesOfDivision})),
+        .HorizDivs = RoundToEven(record_.SampleDepth / double{kSamplesOfDivision}),
         .SamplePeriod = samplePeriod,
         .VertCursorPos = record_.VertCursorTime,
         .VertCursorEn = record_.VertCursorEnabled,
@@ -96,8 +105,8 @@ DrawPlotArguments Plotter::TimeArguments(double samplePeriod) {
         .DotsHorizZoom = kDotsZoom,
         .DotsVertZoom = kDotsZoom,
         .TriggerLevel = controls_.TriggerKnob->KnobValue(),
-        .TriggerPositionX = static_cast<int>(
-            std::round(static_cast<double>(controls_.PretriggerSlider->SliderValue()) * last)),
+        .TriggerPositionX =
+            RoundToEven(static_cast<double>(controls_.PretriggerSlider->SliderValue()) * last),
         .TriggerMarkOn = record_.TriggerMark,
         .DelayFlag = record_.DelayActive,
         .Thin = false,
@@ -188,7 +197,19 @@ void Plotter::PlotSpectrum() {
     DrawPlot(SpectrumArguments(), spectrum_.Surface(), nullptr);
     Call(spectrum_.RefreshAppInfo);
     Call(spectrum_.Canvas_UpdateStats);
-    if (!visible) {
-        Call(spectrum_.Show);
+    if (!visible && !showingSpectrum_) {
+        ShowSpectrum();
     }
+}
+
+/// A window that appears takes its size, and its canvas, which then is empty, asks for a plot: one more for
+/// however many asked.
+void Plotter::ShowSpectrum() {
+    plotAgain_ = false;
+    showingSpectrum_ = true;
+    Call(spectrum_.Show);
+    if (plotAgain_) {
+        Plot();
+    }
+    showingSpectrum_ = false;
 }

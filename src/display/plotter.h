@@ -64,9 +64,11 @@ class Plotter {
     void PlotNow();
 
   private:
+    void Plot();
     void ReadControls();
     void PlotTime();
     void PlotSpectrum();
+    void ShowSpectrum();
     bool PrepareSpectra();
     DrawPlotArguments TimeArguments(double samplePeriod);
     DrawPlotArguments SpectrumArguments();
@@ -79,6 +81,8 @@ class Plotter {
     PlotCalls calls_;
     LargeTimePlot large_;
     SpectrumPlot spectrum_;
+    bool showingSpectrum_ = false; ///< its window is being shown
+    bool plotAgain_ = false;       ///< somebody asked for a plot meanwhile
     CursorReadouts readouts_;
 
     SpectrumSamples SpectrumBuffer{};

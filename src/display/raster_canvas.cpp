@@ -92,7 +92,8 @@ void RasterCanvas::Line(double x1, double y1, double x2, double y2) {
 }
 
 void RasterCanvas::LineTo(double x, double y) {
-    if (const auto line = map_.Line(current_.x, current_.y, x, y)) {
+    const auto line = map_.Line(current_.x, current_.y, x, y);
+    if (line && MayShow(*line)) {
         if (style_ == PenStyle::Dotted) {
             DrawDotted(*line);
         } else {
@@ -100,6 +101,13 @@ void RasterCanvas::LineTo(double x, double y) {
         }
     }
     current_ = {x, y};
+}
+
+/// False for a line that passes the raster, whatever the pen.
+bool RasterCanvas::MayShow(const PixelLine& line) const {
+    const auto [left, right] = std::minmax(line.from.x, line.to.x);
+    const auto [top, bottom] = std::minmax(line.from.y, line.to.y);
+    return right >= -pen_ && left < width() + pen_ && bottom >= -pen_ && top < height() + pen_;
 }
 
 void RasterCanvas::LinesTo(const CanvasPoint* points, int count) {

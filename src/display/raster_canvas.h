@@ -61,6 +61,7 @@ class RasterCanvas : public Canvas {
 
   private:
     void SetFaceScale();
+    bool MayShow(const PixelLine& line) const;
     void DrawSolid(const PixelLine& line);
     void DrawDotted(const PixelLine& line);
     void DrawDots(PixelPoint first, PixelPoint second, int count);

@@ -10,10 +10,15 @@
 #include "channels/channel_tab.h"
 #include "channels/math_tab.h"
 #include "channels/offset_null.h"
+#include "display/cursor_bars.h"
+#include "display/cursor_tab.h"
 #include "display/large_time_window.h"
 #include "display/plotter.h"
+#include "display/view_controls.h"
 #include "driver/driver.h"
 #include "export/data_tab.h"
+#include "export/print.h"
+#include "frame/closing.h"
 #include "frame/debug_log.h"
 #include "frame/environment.h"
 #include "frame/forms.h"
@@ -36,6 +41,7 @@ struct Instrument {
     void CreateMainForm();
     void CreateTabForms();
     void CreateSatellites();
+    void NameWindows(); ///< after the module that the command line forces
     void ConnectParts();
 
     void SplashLine(int index, const QString& text);
@@ -44,23 +50,33 @@ struct Instrument {
     void ShowMainForm();
     void RestoreTabSettings(int slot);
     void UnloadTab(int slot);
-    void SaveSettings();
+    /// Saves what a press of CloseButton saves, while the program goes on: the messages of the files that
+    /// could not be written.
+    QStringList KeepSettings();
+    /// One box with the messages of all files that could not be written; none, no box.
+    void TellUnsaved(const QStringList& failures);
 
     Record& record;
     Driver& driver;
-    Environment environment;
+    Closing closing;
+    Environment environment; ///< whoever yields or shows a box through it is known to closing
     DebugLog log;
     SettingsStore settings;
     Forms forms;
     AcquisitionState acquisition;
-    bool closing = false;
+    bool settingsRestored = false; ///< until then there is nothing to save
 
     std::unique_ptr<Shell> shell;
     std::unique_ptr<Plotter> plotter;
+    std::unique_ptr<CursorBars> cursorBars;
+    std::unique_ptr<CursorTab> cursorTab;
+    std::unique_ptr<ViewControls> viewControls;
     std::unique_ptr<RunLoop> runLoop;
     std::unique_ptr<MeasurementWindow> measurements;
     std::unique_ptr<OffsetNullDialog> offsetNull;
     std::unique_ptr<LargeTimeWindow> largeTime;
+    std::unique_ptr<ClipboardShot> largeTimeShot;
+    std::unique_ptr<ClipboardShot> spectrumShot;
     std::unique_ptr<Trigger> trigger;
     std::unique_ptr<Timebase> timebase;
     std::unique_ptr<HorizontalTab> horizontalTab;

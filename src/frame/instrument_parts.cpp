@@ -57,6 +57,8 @@ void Instrument::ConnectParts() {
         tab->Connect();
         tab->Form_Load();
     }
+    cursorBars->Connect();
+    viewControls->Connect();
     mathTab->Connect();
     aboutTab->Connect();
     shell->Connect();
@@ -83,20 +85,28 @@ void Instrument::ConnectDisplay() {
     controls.FFTPlotType0 = forms.TabForm[kMathTab]->control<QRadioButton>("FFTPlotType", 0);
 
     auto* canvas = main.control<PlotCanvas>("MainPlotCanvas");
-    plotter = std::make_unique<Plotter>(record, driver, controls, canvas->Surface(), canvas, PlotCalls{});
-    QObject::connect(canvas, &PlotCanvas::Resized, forms.MainForm, [this] { plotter->PlotNow(); });
+    plotter = std::make_unique<Plotter>(
+        record, driver, controls, canvas->Surface(), canvas,
+        PlotCalls{.WorldLineUpdate = [this](double xMin, double xMax, double yMax, double yMin) {
+            cursorBars->WorldLineUpdate(xMin, xMax, yMax, yMin);
+        }});
 
-    // The view has no other part yet: each of its controls only asks for a new picture.
-    auto plotOn = [this](auto* control, auto signal) {
-        QObject::connect(control, signal, forms.MainForm, [this] {
-            plotter->PlotNow();
-            shell->SetDefaultLayering();
-        });
-    };
-    plotOn(controls.VertZoomKnob, &KnobControl1::Change);
-    plotOn(controls.HorizZoomKnob, &KnobControl1::Change);
-    plotOn(controls.VertPanSlider, &SliderControl1::Change);
-    plotOn(controls.HorizPanSlider, &SliderControl1::Change);
+    const auto plotNow = [this] { plotter->PlotNow(); };
+    for (PlotCanvas* plot : {canvas, forms.FullScreenTimeForm->control<PlotCanvas>("Canvas"),
+                             forms.FFTForm->control<PlotCanvas>("Canvas")}) {
+        QObject::connect(plot, &PlotCanvas::Resized, forms.MainForm, plotNow);
+    }
+    const auto layer = [this] { shell->SetDefaultLayering(); };
+    cursorBars =
+        std::make_unique<CursorBars>(record, driver, CursorBars::Controls::Of(main, *forms.TabForm[kCursTab]),
+                                     CursorBars::Calls{.PlotNow = plotNow, .SetDefaultLayering = layer});
+    cursorTab =
+        std::make_unique<CursorTab>(record, settings, CursorTab::Controls::Of(*forms.TabForm[kCursTab]));
+    viewControls = std::make_unique<ViewControls>(
+        record, ViewControls::Controls::Of(main),
+        ViewControls::Calls{.PlotNow = plotNow, .SetDefaultLayering = layer, .TriggerKnob_Done = [this] {
+                                trigger->TriggerKnob_Done();
+                            }});
 }
 
 QString Instrument::DataStamp() const {
@@ -118,6 +128,18 @@ void Instrument::ConnectPlotWindows() {
                                .Surface = [large]() -> Canvas& { return large->Surface(); },
                                .Companions = [large]() -> PlotCompanions* { return large; },
                                .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); }});
+
+    largeTimeShot = std::make_unique<ClipboardShot>(
+        *forms.FullScreenTimeForm,
+        ClipboardShot::Calls{.SetDefaultLayering = [this] { shell->SetDefaultLayering(); },
+                             .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); },
+                             .doEvents = environment.yield});
+    spectrumShot = std::make_unique<ClipboardShot>(
+        *forms.FFTForm,
+        ClipboardShot::Calls{.SetDefaultLayering = {},
+                             .RefreshAppInfo = [info = forms.FFTForm->control<QLabel>("OtherInfoLabel"),
+                                                this] { info->setText(DataStamp()); },
+                             .doEvents = environment.yield});
 
     // The spectrum window shows its traces; its read-outs have no part yet.
     Form* spectrum = forms.FFTForm.get();
@@ -199,7 +221,8 @@ void Instrument::ConnectAcquisition() {
         record, driver, acquisition, timebaseControls,
         Timebase::Calls{
             .TrigModeButton_Click = [this] { trigger->TrigModeButton_Click(); },
-            .MoveVertCursorHandle = [](int, double) {},
+            .MoveVertCursorHandle = [this](int cursor,
+                                           double time) { cursorBars->MoveVertCursorHandle(cursor, time); },
             .PlotNow = plotNow,
             .RedrawSettings = [this] { largeTime->RedrawSettings(); },
             .SkinColourAt = [this](const QWidget* control) { return skins->SkinColourAt(*control); }});
@@ -265,7 +288,9 @@ void Instrument::ConnectFace() {
     Form& main = *forms.MainForm;
     skins = std::make_unique<SkinSelection>(
         record, log, SkinControls::Of(main), environment.applicationFolder, forms.SharedDIB, forms.MainRegion,
-        SkinSelection::Calls{.doEvents = environment.yield, .sleep = environment.sleep});
+        SkinSelection::Calls{.doEvents = environment.yield, .sleep = environment.sleep, .closing = [this] {
+                                 return closing.Wanted();
+                             }});
 
     TabPanels::Windows windows;
     windows.main = &main;
@@ -303,7 +328,8 @@ void Instrument::ConnectExport() {
     Form* form = forms.TabForm[kDataTab];
     dataTab = std::make_unique<DataTab>(
         record, driver, DataTab::Controls::Of(*form, *forms.TabForm[kMathTab]), Scales(),
-        DataTab::Calls{.AskForFile = [form](const QString& folder) { return AskForDataFile(form, folder); },
+        DataTab::Calls{.AskForFile = [form](const QString& folder,
+                                            auto answer) { AskForDataFile(form, folder, std::move(answer)); },
                        .ShowFailure = [form](const QString& text) { ShowSaveFailure(form, text); },
                        .Stamp =
                            [] {
@@ -334,5 +360,6 @@ void Instrument::ConnectSettings() {
                              .FullScreenButton_Click = [this] { shell->FullScreenButton_Click(); },
                              .SampleDotsButton_Click = [this] { shell->SampleDotsButton_Click(); },
                              .RestoreAcquisition = [this] { acquisitionSettings->Restore(); },
-                             .SaveAcquisition = [this] { acquisitionSettings->Save(); }});
+                             .SaveAcquisition = [this] { acquisitionSettings->Save(); },
+                             .Closing = [this] { return closing.Wanted(); }});
 }

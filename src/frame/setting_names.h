@@ -23,6 +23,9 @@ inline QString MathTabSection(const QString& suffix) {
 inline QString HorzTabSection(const QString& suffix) {
     return QStringLiteral("HorzTabSettings") + suffix;
 }
+inline QString CursTabSection(const QString& suffix) {
+    return QStringLiteral("CursTabSettings") + suffix;
+}
 inline QString OffsetNullSection() {
     return QStringLiteral("OffsetNull");
 }

@@ -1,9 +1,7 @@
 #include "frame/shell.h"
 
 #include "controls/button_control.h"
-#include "controls/knob_control.h"
 #include "controls/picture.h"
-#include "controls/slider_control.h"
 #include "frame/helpers.h"
 #include "skin/tab_panels.h"
 
@@ -22,7 +20,6 @@ void Shell::Connect() {
     auto button = [&](const char* name, void (Shell::*handler)()) {
         connect(main.control<ButtonControl1>(name), &ButtonControl1::Click, this, handler);
     };
-    button("NormaliseButton", &Shell::NormaliseButton_Click);
     button("MinimiseButton", &Shell::MinimiseButton_Click);
     button("MinimiseMostlyButton", &Shell::MinimiseMostlyButton_Click);
     button("FullScreenButton", &Shell::FullScreenButton_Click);
@@ -47,18 +44,6 @@ void Shell::Form_Activate() {
     SetDefaultLayering();
     forms_.FFTForm->lower();
     forms_.FullScreenTimeForm->lower();
-}
-
-void Shell::NormaliseButton_Click() {
-    const Form& main = *forms_.MainForm;
-    record_.PlotInhibit = true;
-    main.control<SliderControl1>("VertPanSlider")->SetSliderValue(0.5F);
-    main.control<KnobControl1>("VertZoomKnob")->SetKnobValue(1);
-    main.control<SliderControl1>("HorizPanSlider")->SetSliderValue(0);
-    main.control<KnobControl1>("HorizZoomKnob")->SetKnobValue(1);
-    SetDefaultLayering();
-    record_.PlotInhibit = false;
-    calls_.PlotNow();
 }
 
 void Shell::Minimise(bool largeTimeToo) {

@@ -28,7 +28,6 @@ class Shell : public QObject {
     void SetDefaultLayering();
     void Form_Activate();
 
-    void NormaliseButton_Click();
     void MinimiseButton_Click();
     void MinimiseMostlyButton_Click();
     void FullScreenButton_Click();

@@ -137,7 +137,7 @@ TEST_F(ChannelTabTest, ProbeTurnsTheCompensationOffAndChangesTheKnobsText) {
     EXPECT_EQ(VoltsKnob.KnobXlatedValue(), "30V/div");
     rig.Take();
     rig.Option("ProbeType", 0).click();
-    EXPECT_EQ(rig.Take(), Calls("SetCalSource(2, 0)", "PointNullDialog(2, 2)"));
+    EXPECT_EQ(rig.Take(), Calls("SetCalSource(2, 0)", "PointNullDialog(2, 2)", "RedrawSettings"));
     EXPECT_EQ(VoltsKnob.KnobXlatedValue(), "3V/div");
     EXPECT_EQ(record.SampleData(2, 0), 9) << "held data wait for the next knob";
 }

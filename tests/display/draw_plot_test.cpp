@@ -119,13 +119,14 @@ TEST_F(DrawPlotTest, GridIsAnchoredToTheRecord) {
     scene.HorizPan = 0.7;
     Draw();
     const Calls lines = canvas.CallsOf({"Line"});
-    ASSERT_THAT(lines, SizeIs(21 + 31));
+    constexpr int kFirst = 13; // the view begins at 1399.5, one line before it is drawn too
+    ASSERT_THAT(lines, SizeIs(21 + 12));
     for (int i = 0; i <= 20; ++i) {
         EXPECT_EQ(lines[static_cast<std::size_t>(i)],
                   Call("Line", {0, 12.6 * (i - 10), 2999, 12.6 * (i - 10)}));
     }
-    for (int i = 0; i <= 30; ++i) {
-        EXPECT_EQ(lines[static_cast<std::size_t>(21 + i)],
+    for (int i = kFirst; i < kFirst + 12; ++i) {
+        EXPECT_EQ(lines[static_cast<std::size_t>(21 + i - kFirst)],
                   Call("Line", {i * 2999 / 30.0, 126, i * 2999 / 30.0, -126}));
     }
 }
@@ -134,9 +135,39 @@ TEST_F(DrawPlotTest, ExpansionMakesDivisionsNarrowerAndMore) {
     scene.XExpansion = 5;
     Draw();
     const Calls lines = canvas.CallsOf({"Line"});
-    ASSERT_THAT(lines, SizeIs(21 + 151));
+    ASSERT_THAT(lines, SizeIs(21 + 32)) << "0 to 30 are in view, and one more";
+    EXPECT_EQ(lines[21], Call("Line", {0, 126, 0, -126}));
     EXPECT_EQ(lines[22], Call("Line", {2999 / 150.0, 126, 2999 / 150.0, -126}));
-    EXPECT_EQ(lines.back(), Call("Line", {2999, 126, 2999, -126}));
+    scene.HorizPan = 1;
+    canvas.calls.clear();
+    Draw();
+    EXPECT_EQ(canvas.CallsOf({"Line"}).back(), Call("Line", {2999, 126, 2999, -126}));
+}
+
+TEST_F(DrawPlotTest, GridLinesFarFromTheViewAreNotEvenAskedFor) {
+    for (const double expansion : {25.0, 1499.0}) {
+        for (const double pan : {0.0, 0.3, 1.0}) {
+            scene.XExpansion = expansion;
+            scene.HorizPan = pan;
+            canvas.calls.clear();
+            Draw();
+            EXPECT_THAT(canvas.CallsOf({"Line"}), SizeIs(testing::Le(21 + 33U))) << expansion << ", " << pan;
+            EXPECT_THAT(canvas.CallsOf({"GroundLabelLeft"}), SizeIs(kAllChannels));
+        }
+    }
+}
+
+TEST_F(DrawPlotTest, CursorsStandOnTheSampleWithTiesToEven) {
+    scene.SamplePeriod = 1;
+    scene.record.VertCursorEnabled = {true, true, false};
+    scene.record.HorizCursorEnabled = {true, true, false};
+    scene.record.VertCursorTime = {100.5, 101.5, 0.0};
+    scene.record.HorizCursorVolts = {2.5, -3.5, 0.0};
+    Draw();
+    EXPECT_THAT(canvas.CallsOf({"Line"}), Contains(Call("Line", {100, 126, 100, -126})));
+    EXPECT_THAT(canvas.CallsOf({"Line"}), Contains(Call("Line", {102, 126, 102, -126})));
+    EXPECT_THAT(canvas.CallsOf({"Line"}), Contains(Call("Line", {0, 2, 2999, 2})));
+    EXPECT_THAT(canvas.CallsOf({"Line"}), Contains(Call("Line", {0, -4, 2999, -4})));
 }
 
 TEST_F(DrawPlotTest, GroundLabelsGoToTheViewAtTheLastGridLine) {

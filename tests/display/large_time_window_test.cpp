@@ -49,6 +49,16 @@ TEST_F(LargeTimeWindowTest, TellsTheSettingsOfTheChannelsThatShow) {
     EXPECT_EQ(form.control<QLabel>("OtherInfoLabel")->text(), QStringLiteral("stamp"));
 }
 
+TEST_F(LargeTimeWindowTest, AfterATurnOfTheTimebaseTheTextHasTheNewLabel) {
+    QObject::connect(&timeBase, &KnobControl1::KnobXlateValue, [this](float, QString& text) {
+        text = QStringLiteral("4us/div");
+        window->RedrawSettings(); // as the change of timebase does, before the knob has its text
+    });
+    timeBase.SetKnobValue(1);
+    EXPECT_EQ(form.control<QLabel>("ScopeSettingsLabel")->text(),
+              QStringLiteral("HORZ:4us/div VERT: CH1:3V/div CH2:3V/div"));
+}
+
 TEST_F(LargeTimeWindowTest, GivesTheCanvasAllButTwoLines) {
     form.show();
     form.resize(700, 400);

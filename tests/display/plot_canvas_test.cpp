@@ -172,6 +172,43 @@ TEST_F(PlotCanvasTest, ResizeMakesANewRasterAndSaysSo) {
     }
 }
 
+/// A canvas whose screen is told by the test.
+class CanvasOnScreens : public PlotCanvas {
+  public:
+    double ratio = 0; ///< 0: as it is
+
+  protected:
+    int metric(PaintDeviceMetric what) const override {
+        if (ratio > 0 && what == PdmDevicePixelRatioScaled) {
+            return static_cast<int>(ratio * devicePixelRatioFScale());
+        }
+        return PlotCanvas::metric(what);
+    }
+};
+
+TEST(PlotCanvasScreens, AnotherResolutionMakesANewRasterAfterThePaintEvent) {
+    CanvasOnScreens canvas;
+    canvas.resize(100, 60);
+    canvas.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&canvas));
+    bool painting = false;
+    int inPaint = 0;
+    int after = 0;
+    QObject::connect(&canvas, &PlotCanvas::Resized, [&] { painting ? ++inPaint : ++after; });
+    canvas.ratio = canvas.devicePixelRatioF() + 1;
+    QImage target(400, 400, QImage::Format_RGB32);
+    painting = true;
+    canvas.render(&target);
+    canvas.render(&target);
+    painting = false;
+    EXPECT_EQ(inPaint, 0);
+    EXPECT_NE(canvas.Surface().PixelRatio(), canvas.ratio);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return after > 0; }, 30000));
+    EXPECT_EQ(after, 1);
+    EXPECT_EQ(canvas.Surface().PixelRatio(), canvas.ratio);
+    EXPECT_EQ(canvas.Image().width(), std::ceil(100 * canvas.ratio));
+}
+
 TEST_F(PlotCanvasTest, CompanionsMayBeToldAnything) {
     Draw();
     for (double value :

@@ -77,6 +77,56 @@ class PlotterTest : public testing::Test {
     Plotter plotter;
 };
 
+TEST_F(PlotterTest, ASpectrumWindowThatAsksForPlotsAsItAppearsGetsOneMore) {
+    record.ChannelOn[1] = record.ChannelFFT[1] = true;
+    int shows = 0;
+    plotter.SetSpectrumPlot({.Surface = [this]() -> Canvas& { return spectrum; },
+                             .RefreshAppInfo = {},
+                             .Canvas_UpdateStats = {},
+                             .Visible = [this] { return spectrumVisible; },
+                             .Show =
+                                 [this, &shows] {
+                                     ++shows;
+                                     plotter.PlotNow(); // its arrangement
+                                     plotter.PlotNow(); // its canvas
+                                     spectrumVisible = true;
+                                 },
+                             .Hide = {}});
+    PlotNow();
+    EXPECT_EQ(shows, 1);
+    EXPECT_EQ(spectrum.Count("Clear"), 2);
+    EXPECT_EQ(main.Count("Clear"), 2);
+    PlotNow();
+    EXPECT_EQ(shows, 1);
+    EXPECT_EQ(main.Count("Clear"), 1);
+}
+
+TEST_F(PlotterTest, ASpectrumWindowThatNeverAppearsEndsThePlotAllTheSame) {
+    record.ChannelOn[1] = record.ChannelFFT[1] = true;
+    int shows = 0;
+    plotter.SetSpectrumPlot({.Surface = [this]() -> Canvas& { return spectrum; },
+                             .RefreshAppInfo = {},
+                             .Canvas_UpdateStats = {},
+                             .Visible = [] { return false; },
+                             .Show =
+                                 [this, &shows] {
+                                     ++shows;
+                                     plotter.PlotNow();
+                                 },
+                             .Hide = {}});
+    PlotNow();
+    EXPECT_EQ(shows, 1);
+    EXPECT_EQ(main.Count("Clear"), 2);
+}
+
+TEST_F(PlotterTest, ThePreTriggerMarkerIsRoundedToEven) {
+    record.SampleDepth = 2002; // the middle of 2001 intervals lies between two samples
+    record.TriggerMark = 1;
+    controls.PretriggerSlider.SetSliderValue(0.5F);
+    PlotNow();
+    EXPECT_EQ(main.Count("Line(1000, "), 2);
+}
+
 TEST_F(PlotterTest, DoesNothingWhilePlotInhibitIsSet) {
     record.PlotInhibit = true;
     record.ChannelInvert[5] = true;

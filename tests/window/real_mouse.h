@@ -33,13 +33,13 @@ inline void Click(const QWidget& widget, int button = 1) {
 }
 
 /// Presses at the first place, passes the others with the button held and lets go at the last.
-inline void Drag(const QWidget& widget, const QList<QPointF>& way) {
-    QStringList words =
-        To(widget, way.first()) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")};
+inline void Drag(const QWidget& widget, const QList<QPointF>& way, int button = 1) {
+    const QString number = QString::number(button);
+    QStringList words = To(widget, way.first()) + QStringList{QStringLiteral("mousedown"), number};
     for (const QPointF& place : way.mid(1)) {
         words += To(widget, place);
     }
-    Do(words + QStringList{QStringLiteral("mouseup"), QStringLiteral("1")});
+    Do(words + QStringList{QStringLiteral("mouseup"), number});
 }
 
 } // namespace real_mouse

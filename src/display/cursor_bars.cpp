@@ -1,0 +1,103 @@
+#include "display/cursor_bars.h"
+
+#include "controls/form.h"
+#include "controls/number_format.h"
+#include "controls/rounding.h"
+#include "display/cursor_arithmetic.h"
+#include "frame/helpers.h"
+
+#include <QCheckBox>
+#include <QTimer>
+#include <utility>
+
+namespace {
+
+constexpr double kStepsOfDivision = 12.6;
+constexpr int kMarginSamples = 10; ///< from the end of the record, of a cursor that was brought back
+
+CursorBar::Controls BarOf(const Form& main, const Form& cursorTab, const QByteArray& axis) {
+    CursorBar::Controls controls;
+    controls.bar = main.control<Picture>(axis + "CursorBar");
+    for (int i = 0; i < 2; ++i) {
+        controls.worldLine[i] = main.control<QWidget>(axis + "WorldLine", i);
+    }
+    for (int i = 0; i < Record::kCursors; ++i) {
+        controls.handle[i] = main.control<Picture>(axis + "CursorHandle", i);
+        controls.enabled[i] = cursorTab.control<QCheckBox>(axis + "CursorEn", i);
+    }
+    return controls;
+}
+
+} // namespace
+
+CursorBars::Controls CursorBars::Controls::Of(const Form& main, const Form& cursorTab) {
+    return {.Vert = BarOf(main, cursorTab, "Vert"),
+            .Horiz = BarOf(main, cursorTab, "Horiz"),
+            .CursTimer = main.timer("CursTimer")};
+}
+
+CursorBars::CursorBars(Record& record, Driver& driver, const Controls& controls, Calls calls)
+    : record_(record), driver_(driver), CursTimer_(controls.CursTimer), calls_(std::move(calls)),
+      vert_(controls.Vert, TimeAxis(), record.VertCursorTime, BarCalls()),
+      horiz_(controls.Horiz, LevelAxis(), record.HorizCursorVolts, BarCalls()) {}
+
+void CursorBars::Connect() {
+    vert_.Connect();
+    horiz_.Connect();
+    connect(CursTimer_, &QTimer::timeout, this, &CursorBars::CursTimer_Timer);
+}
+
+double CursorBars::Period() {
+    return static_cast<double>(driver_.GetSamplePeriod(record_.Running, record_.HeldSamplePeriod));
+}
+
+CursorAxis CursorBars::TimeAxis() {
+    return {
+        .orientation = Qt::Horizontal,
+        .name = QStringLiteral("Time cursor"),
+        .fraction = [this](double time) { return FractionOfTime(time, record_.SampleDepth, Period()); },
+        .value = [this](double fraction) { return TimeOfFraction(fraction, record_.SampleDepth, Period()); },
+        .text = [](double time) { return FormatSeconds(time); }};
+}
+
+CursorAxis CursorBars::LevelAxis() {
+    return {.orientation = Qt::Vertical,
+            .name = QStringLiteral("Level cursor"),
+            .fraction = FractionOfLevel,
+            .value = LevelOfFraction,
+            .text = [](double steps) { return FormatNumber(steps / kStepsOfDivision, "0.00 div"); }};
+}
+
+CursorBar::Calls CursorBars::BarCalls() {
+    return {.Moved =
+                [this] {
+                    CursTimer_->stop();
+                    CursTimer_->start();
+                },
+            .Released = [this] { calls_.SetDefaultLayering(); },
+            .Switched = [this] { calls_.PlotNow(); }};
+}
+
+void CursorBars::PlaceHandles() {
+    const double period = Period();
+    for (int i = 0; i < Record::kCursors; ++i) {
+        double& time = record_.VertCursorTime[i];
+        if (time > record_.SampleDepth * period) {
+            time = (record_.SampleDepth - kMarginSamples) * period;
+        }
+        MoveVertCursorHandle(i, time);
+        MoveHorizCursorHandle(i, record_.HorizCursorVolts[i]);
+    }
+}
+
+void CursorBars::WorldLineUpdate(double ViewXMin, double ViewXMax, double ViewYMax, double ViewYMin) {
+    vert_.MoveWorldLine(0, VertWorldLinePlace(ViewXMin, record_.SampleDepth, vert_.Length()));
+    vert_.MoveWorldLine(1, VertWorldLinePlace(ViewXMax, record_.SampleDepth, vert_.Length()));
+    horiz_.MoveWorldLine(0, HorizWorldLinePlace(ViewYMax, horiz_.Length()));
+    horiz_.MoveWorldLine(1, RoundToEven(HorizWorldLinePlace(ViewYMin, horiz_.Length())));
+}
+
+void CursorBars::CursTimer_Timer() {
+    CursTimer_->stop();
+    calls_.PlotNow();
+}

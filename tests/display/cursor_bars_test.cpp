@@ -1,0 +1,427 @@
+#include "display/cursor_bars.h"
+
+#include "controls/accessibility.h"
+#include "controls/form.h"
+#include "display/cursor_tab.h"
+#include "display/cursor_tab_design.h"
+#include "display/plot_canvas.h"
+#include "frame/main_form_design.h"
+#include "frame/settings.h"
+#include "support/call_lists.h"
+#include "support/scripted_driver.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+namespace {
+
+constexpr double kPeriod = 1e-6;
+constexpr double kRecord = kSampleDepth * kPeriod;
+
+/// The two bars on the face, with the boxes of the cursor tab.
+class CursorBarsTest : public testing::Test {
+  protected:
+    CursorBarsTest() {
+        InstallAccessibility();
+        record.SampleDepth = kSampleDepth;
+        record.Running = true;
+        instrument.script.samplePeriod.Always(static_cast<float>(kPeriod));
+        bars = std::make_unique<CursorBars>(
+            record, instrument.driver, CursorBars::Controls::Of(main, tab),
+            CursorBars::Calls{.PlotNow = Note("PlotNow"), .SetDefaultLayering = Note("Layering")});
+        bars->Connect();
+    }
+    ~CursorBarsTest() override { EXPECT_EQ(instrument.script.violations, CallList{}); }
+
+    std::function<void()> Note(const std::string& name) {
+        return [this, name] { calls.push_back(name); };
+    }
+    Picture* Bar(const char* axis) { return main.control<Picture>(QByteArray(axis) + "CursorBar"); }
+    Picture* Handle(const char* axis, int cursor) {
+        return main.control<Picture>(QByteArray(axis) + "CursorHandle", cursor);
+    }
+    QCheckBox* Box(const char* axis, int cursor) {
+        return tab.control<QCheckBox>(QByteArray(axis) + "CursorEn", cursor);
+    }
+    QTimer* CursTimer() { return main.timer("CursTimer"); }
+    void SwitchAllOn() {
+        for (int i = 0; i < Record::kCursors; ++i) {
+            Box("Vert", i)->setChecked(true);
+            Box("Horiz", i)->setChecked(true);
+        }
+        calls.clear();
+    }
+    QPoint MiddleOf(const Picture* handle) { return handle->geometry().center(); }
+    double Period() const { return static_cast<double>(static_cast<float>(kPeriod)); }
+
+    Record record;
+    ScriptedInstrument instrument;
+    Form main{MainFormDesign(), nullptr, kPlotCanvas};
+    Form tab{CursorTabDesign()};
+    CallList calls;
+    std::unique_ptr<CursorBars> bars;
+};
+
+TEST_F(CursorBarsTest, ALeftDragJumpsTheCursorToTheMouse) {
+    SwitchAllOn();
+    Picture* bar = Bar("Vert");
+    emit bar->MouseDown(Qt::LeftButton, MiddleOf(Handle("Vert", 1)));
+    EXPECT_EQ(bars->VertCursorDragIndex(), 1);
+    EXPECT_EQ(record.VertCursorTime[1], 0) << "the press alone moves nothing";
+    emit bar->MouseMove(Qt::LeftButton, {200, 3});
+    EXPECT_DOUBLE_EQ(record.VertCursorTime[1], kSampleDepth * Period() * 200 / bar->width());
+    EXPECT_EQ(Handle("Vert", 1)->x(), std::nearbyint(200.0 / bar->width() * (bar->width() - 3) - 5.5));
+    emit bar->MouseUp(Qt::LeftButton, {200, 3});
+    EXPECT_EQ(bars->VertCursorDragIndex(), -1);
+    EXPECT_EQ(calls, Calls("Layering"));
+    emit bar->MouseMove(Qt::LeftButton, {10, 3});
+    EXPECT_DOUBLE_EQ(record.VertCursorTime[1], kSampleDepth * Period() * 200 / bar->width());
+}
+
+TEST_F(CursorBarsTest, AnotherButtonMovesAHundredthFromThePress) {
+    SwitchAllOn();
+    Picture* bar = Bar("Horiz");
+    const QPoint press = MiddleOf(Handle("Horiz", 2));
+    emit bar->MouseDown(Qt::RightButton, press);
+    emit bar->MouseMove(Qt::RightButton, press + QPoint(0, 50));
+    const double fraction = (press.y() + 0.5) / bar->height();
+    EXPECT_DOUBLE_EQ(record.HorizCursorVolts[2], (0.5 - fraction) * 252);
+}
+
+TEST_F(CursorBarsTest, ADragBeyondTheEndStopsAtTheEnd) {
+    SwitchAllOn();
+    emit Bar("Vert")->MouseDown(Qt::LeftButton, MiddleOf(Handle("Vert", 0)));
+    emit Bar("Vert")->MouseMove(Qt::LeftButton, {5000, 3});
+    EXPECT_DOUBLE_EQ(record.VertCursorTime[0], kSampleDepth * Period());
+    EXPECT_EQ(Handle("Vert", 0)->x(), std::nearbyint(354 - 5.5));
+    emit Bar("Vert")->MouseMove(Qt::LeftButton, {-5000, 3});
+    EXPECT_EQ(record.VertCursorTime[0], 0);
+    emit Bar("Horiz")->MouseDown(Qt::LeftButton, MiddleOf(Handle("Horiz", 0)));
+    emit Bar("Horiz")->MouseMove(Qt::LeftButton, {3, 5000});
+    EXPECT_EQ(record.HorizCursorVolts[0], -126);
+    emit Bar("Horiz")->MouseMove(Qt::LeftButton, {3, -5000});
+    EXPECT_EQ(record.HorizCursorVolts[0], 126);
+}
+
+TEST_F(CursorBarsTest, BothEdgesOfAHandleAreHandle) {
+    SwitchAllOn();
+    const QRect place = Handle("Vert", 2)->geometry();
+    for (const auto& [x, index] :
+         {std::pair(place.left() - 1, -1), std::pair(place.left(), 2),
+          std::pair(place.left() + place.width(), 2), std::pair(place.left() + place.width() + 1, -1)}) {
+        emit Bar("Vert")->MouseDown(Qt::LeftButton, {x, 3});
+        EXPECT_EQ(bars->VertCursorDragIndex(), index) << x;
+        emit Bar("Vert")->MouseUp(Qt::LeftButton, {x, 3});
+    }
+}
+
+TEST_F(CursorBarsTest, WhereHandlesOverlapTheLowerNumberIsTakenAndSeen) {
+    SwitchAllOn();
+    record.VertCursorTime[1] = record.VertCursorTime[2] = kRecord / 2;
+    bars->MoveVertCursorHandle(1, kRecord / 2);
+    bars->MoveVertCursorHandle(2, kRecord / 2);
+    const QPoint middle = MiddleOf(Handle("Vert", 1));
+    EXPECT_EQ(Bar("Vert")->childAt(middle), Handle("Vert", 1));
+    emit Bar("Vert")->MouseDown(Qt::LeftButton, middle);
+    EXPECT_EQ(bars->VertCursorDragIndex(), 1);
+}
+
+TEST_F(CursorBarsTest, APressIsServedWhileCursor0IsHeldAndNotWhileAnotherIs) {
+    SwitchAllOn();
+    Picture* bar = Bar("Vert");
+    emit bar->MouseDown(Qt::LeftButton, MiddleOf(Handle("Vert", 0)));
+    emit bar->MouseDown(Qt::RightButton, MiddleOf(Handle("Vert", 1)));
+    EXPECT_EQ(bars->VertCursorDragIndex(), 1);
+    emit bar->MouseDown(Qt::RightButton, MiddleOf(Handle("Vert", 2)));
+    EXPECT_EQ(bars->VertCursorDragIndex(), 1);
+}
+
+TEST_F(CursorBarsTest, ACursorThatIsOffCannotBeTaken) {
+    Box("Vert", 1)->setChecked(true);
+    emit Bar("Vert")->MouseDown(Qt::LeftButton, MiddleOf(Handle("Vert", 0)));
+    EXPECT_EQ(bars->VertCursorDragIndex(), -1);
+}
+
+TEST_F(CursorBarsTest, TheHandlesThemselvesTakeARealMouse) {
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    Box("Vert", 0)->setChecked(true);
+    Picture* handle = Handle("Vert", 0);
+    const int x = handle->x();
+    QTest::mousePress(handle, Qt::LeftButton, {}, {5, 5});
+    EXPECT_EQ(bars->VertCursorDragIndex(), 0);
+    QTest::mouseMove(handle, {105, 5});
+    EXPECT_DOUBLE_EQ(record.VertCursorTime[0], kSampleDepth * Period() * (x + 105) / Bar("Vert")->width());
+    QTest::mouseRelease(handle, Qt::LeftButton, {}, {105, 5});
+    EXPECT_EQ(bars->VertCursorDragIndex(), -1);
+}
+
+TEST_F(CursorBarsTest, EachMoveStartsTheTimerAgainAndItsTickPlotsOnce) {
+    SwitchAllOn();
+    EXPECT_FALSE(CursTimer()->isActive());
+    emit Bar("Horiz")->MouseDown(Qt::LeftButton, MiddleOf(Handle("Horiz", 0)));
+    emit Bar("Horiz")->MouseMove(Qt::LeftButton, {3, 40});
+    EXPECT_TRUE(CursTimer()->isActive());
+    emit Bar("Horiz")->MouseMove(Qt::LeftButton, {3, 41});
+    EXPECT_TRUE(CursTimer()->isActive());
+    EXPECT_EQ(calls, CallList{});
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !calls.empty(); }, 30000));
+    EXPECT_EQ(calls, Calls("PlotNow"));
+    EXPECT_FALSE(CursTimer()->isActive());
+}
+
+TEST_F(CursorBarsTest, AMoveWithoutADragDoesNothing) {
+    SwitchAllOn();
+    emit Bar("Vert")->MouseMove(Qt::NoButton, {100, 3});
+    EXPECT_FALSE(CursTimer()->isActive());
+    EXPECT_EQ(record.VertCursorTime[0], 0);
+}
+
+TEST_F(CursorBarsTest, ABoxShowsItsHandleWhereItStoodAndPlots) {
+    const QPoint place = Handle("Vert", 2)->pos();
+    record.VertCursorTime[2] = kRecord / 2;
+    bars->MoveVertCursorHandle(2, kRecord / 2);
+    EXPECT_EQ(Handle("Vert", 2)->pos(), place) << "a cursor that is off is not moved";
+    Box("Vert", 2)->click();
+    EXPECT_EQ(calls, Calls("PlotNow"));
+    EXPECT_FALSE(Handle("Vert", 2)->isHidden());
+    EXPECT_EQ(Handle("Vert", 2)->pos(), place);
+    EXPECT_EQ(Handle("Vert", 2)->toolTip(), QStringLiteral("1.500ms"));
+    bars->MoveVertCursorHandle(2, kRecord / 2);
+    EXPECT_EQ(Handle("Vert", 2)->x(), std::nearbyint(177 - 5.5));
+    Box("Vert", 2)->click();
+    EXPECT_TRUE(Handle("Vert", 2)->isHidden());
+}
+
+TEST_F(CursorBarsTest, SwitchingACursorOffEndsItsDrag) {
+    SwitchAllOn();
+    emit Bar("Horiz")->MouseDown(Qt::LeftButton, MiddleOf(Handle("Horiz", 1)));
+    Box("Horiz", 1)->setChecked(false);
+    EXPECT_EQ(bars->HorizCursorDragIndex(), -1);
+}
+
+TEST_F(CursorBarsTest, APeriodOfZeroIsNotTakenFromADriver) {
+    SwitchAllOn();
+    emit Bar("Vert")->MouseDown(Qt::LeftButton, MiddleOf(Handle("Vert", 0)));
+    emit Bar("Vert")->MouseMove(Qt::LeftButton, {100, 3});
+    instrument.script.samplePeriod.Always(0); // in the middle of a drag
+    emit Bar("Vert")->MouseMove(Qt::LeftButton, {200, 3});
+    EXPECT_DOUBLE_EQ(record.VertCursorTime[0], kSampleDepth * Period() * 200 / 357) << "by the last period";
+    EXPECT_EQ(Handle("Vert", 0)->x(), std::nearbyint(200.0 / 357 * 354 - 5.5));
+}
+
+TEST_F(CursorBarsTest, ABarOfNoSizeMovesNothing) {
+    SwitchAllOn();
+    record.HorizCursorVolts[0] = 20;
+    emit Bar("Horiz")->MouseDown(Qt::LeftButton, MiddleOf(Handle("Horiz", 0)));
+    Bar("Horiz")->resize(14, 0);
+    emit Bar("Horiz")->MouseMove(Qt::LeftButton, {3, 5});
+    EXPECT_EQ(record.HorizCursorVolts[0], 20);
+    QKeyEvent up(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier);
+    emit Handle("Horiz", 0)->KeyDown(&up);
+    EXPECT_EQ(record.HorizCursorVolts[0], 20);
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+}
+
+TEST_F(CursorBarsTest, ValuesThatAreNoPlaceLeaveTheHandlesInTheBar) {
+    SwitchAllOn();
+    const double endless = std::numeric_limits<double>::infinity();
+    for (const double value : {endless, -endless, std::nan(""), 1e300, -1e300}) {
+        bars->MoveVertCursorHandle(0, value);
+        bars->MoveHorizCursorHandle(0, value);
+        EXPECT_GE(Handle("Vert", 0)->x(), -6);
+        EXPECT_LE(Handle("Vert", 0)->x(), 357);
+        EXPECT_GE(Handle("Horiz", 0)->y(), -6);
+        EXPECT_LE(Handle("Horiz", 0)->y(), 240);
+    }
+}
+
+TEST_F(CursorBarsTest, TheArrowKeysMoveByPixelsOfTheBar) {
+    SwitchAllOn();
+    main.show();
+    main.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
+    const double pixel = kSampleDepth * Period() / Bar("Vert")->width();
+    Picture* handle = Handle("Vert", 1);
+    handle->setFocus();
+    QTest::keyClick(handle, Qt::Key_Right);
+    EXPECT_NEAR(record.VertCursorTime[1], pixel, 1e-15);
+    QTest::keyClick(handle, Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_NEAR(record.VertCursorTime[1], 11 * pixel, 1e-15);
+    QTest::keyClick(handle, Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_NEAR(record.VertCursorTime[1], 10.99 * pixel, 1e-15);
+    QTest::keyClick(handle, Qt::Key_End);
+    EXPECT_NEAR(record.VertCursorTime[1], kSampleDepth * Period(), 1e-15);
+    QTest::keyClick(handle, Qt::Key_Home);
+    EXPECT_EQ(record.VertCursorTime[1], 0);
+    EXPECT_TRUE(CursTimer()->isActive());
+
+    const double step = 252.0 / Bar("Horiz")->height();
+    Handle("Horiz", 2)->setFocus();
+    QTest::keyClick(Handle("Horiz", 2), Qt::Key_Up);
+    EXPECT_NEAR(record.HorizCursorVolts[2], step, 1e-12);
+    QTest::keyClick(Handle("Horiz", 2), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_NEAR(record.HorizCursorVolts[2], -9 * step, 1e-12);
+}
+
+TEST_F(CursorBarsTest, AHandleTellsWhatItIsAndWhereItStands) {
+    SwitchAllOn();
+    record.VertCursorTime[0] = 3.2e-6;
+    bars->MoveVertCursorHandle(0, 3.2e-6);
+    Picture* handle = Handle("Vert", 0);
+    EXPECT_EQ(handle->toolTip(), QStringLiteral("3.200us"));
+    EXPECT_EQ(handle->cursor().shape(), Qt::SizeHorCursor);
+    EXPECT_EQ(Handle("Horiz", 0)->cursor().shape(), Qt::SizeVerCursor);
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(handle);
+    ASSERT_NE(spoken, nullptr);
+    EXPECT_EQ(spoken->text(QAccessible::Name), QStringLiteral("Time cursor 1"));
+    EXPECT_EQ(spoken->text(QAccessible::Value), QStringLiteral("3.200us"));
+    EXPECT_EQ(spoken->role(), QAccessible::Slider);
+    ASSERT_NE(spoken->valueInterface(), nullptr);
+    EXPECT_NEAR(spoken->valueInterface()->maximumValue().toDouble(), kRecord, 1e-9);
+    spoken->valueInterface()->setCurrentValue(kRecord / 2);
+    EXPECT_NEAR(record.VertCursorTime[0], kRecord / 2, 1e-9);
+
+    record.HorizCursorVolts[1] = 31.5;
+    bars->MoveHorizCursorHandle(1, 31.5);
+    EXPECT_EQ(Handle("Horiz", 1)->toolTip(), QStringLiteral("2.50 div"));
+    spoken = QAccessible::queryAccessibleInterface(Handle("Horiz", 1));
+    EXPECT_EQ(spoken->text(QAccessible::Name), QStringLiteral("Level cursor 2"));
+    EXPECT_EQ(spoken->valueInterface()->minimumValue().toDouble(), -126);
+}
+
+TEST_F(CursorBarsTest, TheKeyboardReachesTheHandlesThatShow) {
+    main.show();
+    main.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
+    Box("Vert", 1)->setChecked(true);
+    Handle("Vert", 1)->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(main.focusWidget(), Handle("Vert", 1));
+    EXPECT_NE(Handle("Vert", 1)->focusPolicy() & Qt::TabFocus, 0);
+    EXPECT_EQ(Bar("Vert")->focusPolicy(), Qt::NoFocus);
+}
+
+TEST_F(CursorBarsTest, TheLinesMarkThePartInView) {
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    EXPECT_EQ(main.control<QWidget>("VertWorldLine", 0)->pos(), QPoint(0, 0));
+    EXPECT_EQ(main.control<QWidget>("VertWorldLine", 1)->pos(), QPoint(354, 0));
+    EXPECT_EQ(main.control<QWidget>("HorizWorldLine", 0)->y(), std::nearbyint(237.0 * (1 - 253.0 / 254)));
+    EXPECT_EQ(main.control<QWidget>("HorizWorldLine", 1)->y(), std::nearbyint(237.0 * (1 - 1.0 / 254)));
+    bars->WorldLineUpdate(750, 1500, 63, 0);
+    EXPECT_EQ(main.control<QWidget>("VertWorldLine", 0)->x(), std::nearbyint(750.0 / 2999 * 354));
+    EXPECT_EQ(main.control<QWidget>("VertWorldLine", 1)->x(), std::nearbyint(1500.0 / 2999 * 354));
+    EXPECT_EQ(main.control<QWidget>("HorizWorldLine", 0)->y(), std::nearbyint(237.0 * (1 - 190.0 / 254)));
+    EXPECT_EQ(main.control<QWidget>("HorizWorldLine", 1)->y(), std::nearbyint(237.0 * 0.5));
+}
+
+TEST_F(CursorBarsTest, TheStartPlacesAllSixAndBringsATimeBackIntoTheRecord) {
+    SwitchAllOn();
+    record.VertCursorTime[0] = kSampleDepth * Period();
+    record.VertCursorTime[1] = 2 * kRecord;
+    record.HorizCursorVolts[2] = -63;
+    bars->PlaceHandles();
+    EXPECT_DOUBLE_EQ(record.VertCursorTime[0], kSampleDepth * Period()) << "the end of the record is a place";
+    EXPECT_DOUBLE_EQ(record.VertCursorTime[1], (kSampleDepth - 10) * Period());
+    EXPECT_EQ(Handle("Vert", 0)->x(), std::nearbyint(354 - 5.5));
+    EXPECT_EQ(Handle("Horiz", 2)->y(), std::nearbyint(0.75 * 237 - 5.5));
+}
+
+/// What a run leaves, the next one finds.
+class CursorTabTest : public testing::Test {
+  protected:
+    QString Get(const QString& key) {
+        return store.Get(QStringLiteral("Corvantine"), QStringLiteral("CursTabSettings"), key,
+                         QStringLiteral("(none)"));
+    }
+    void Put(const char* key, const QString& text) {
+        store.Save(QStringLiteral("Corvantine"), QStringLiteral("CursTabSettings"), QString::fromLatin1(key),
+                   text);
+    }
+    QCheckBox* Box(const char* name, int cursor) { return tab.control<QCheckBox>(name, cursor); }
+
+    QTemporaryDir folder;
+    SettingsStore store{folder.path()};
+    Record record;
+    Form tab{CursorTabDesign()};
+    CursorTab part{record, store, CursorTab::Controls::Of(tab)};
+};
+
+TEST_F(CursorTabTest, EverythingIsOffAndZeroAtFirst) {
+    Box("VertCursorEn", 1)->setChecked(true);
+    record.HorizCursorVolts[2] = 5;
+    part.RestoreTabSettings();
+    for (int i = 0; i < Record::kCursors; ++i) {
+        EXPECT_FALSE(Box("VertCursorEn", i)->isChecked());
+        EXPECT_FALSE(Box("HorizCursorEn", i)->isChecked());
+        EXPECT_EQ(record.VertCursorTime[i], 0);
+        EXPECT_EQ(record.HorizCursorVolts[i], 0);
+    }
+}
+
+TEST_F(CursorTabTest, SavesTwelveKeysWithASeparatorInEveryReal) {
+    Box("VertCursorEn", 0)->setChecked(true);
+    Box("HorizCursorEn", 2)->setChecked(true);
+    record.VertCursorTime = {1.0, 3.2e-6, 0.0};
+    record.HorizCursorVolts = {-126.0, 0.0, 12.6};
+    part.Form_Unload();
+    EXPECT_EQ(Get("VertCursorEn0"), "1");
+    EXPECT_EQ(Get("VertCursorEn1"), "0");
+    EXPECT_EQ(Get("VertCursorEn2"), "0");
+    EXPECT_EQ(Get("HorizCursorEn0"), "0");
+    EXPECT_EQ(Get("HorizCursorEn1"), "0");
+    EXPECT_EQ(Get("HorizCursorEn2"), "1");
+    EXPECT_EQ(Get("VertCursor0"), "1.0");
+    EXPECT_EQ(Get("VertCursor1"), "3.2e-06");
+    EXPECT_EQ(Get("VertCursor2"), "0.0");
+    EXPECT_EQ(Get("HorizCursor0"), "-126.0");
+    EXPECT_EQ(Get("HorizCursor1"), "0.0");
+    EXPECT_EQ(Get("HorizCursor2"), "12.6");
+
+    record.VertCursorTime = {7.0, 7.0, 7.0};
+    record.HorizCursorVolts = {7.0, 7.0, 7.0};
+    Box("VertCursorEn", 0)->setChecked(false);
+    Box("VertCursorEn", 1)->setChecked(true);
+    part.RestoreTabSettings();
+    EXPECT_EQ(record.VertCursorTime, (PerCursor<double>{1.0, 3.2e-6, 0.0}));
+    EXPECT_EQ(record.HorizCursorVolts, (PerCursor<double>{-126.0, 0.0, 12.6}));
+    EXPECT_TRUE(Box("VertCursorEn", 0)->isChecked());
+    EXPECT_FALSE(Box("VertCursorEn", 1)->isChecked());
+    EXPECT_TRUE(Box("HorizCursorEn", 2)->isChecked());
+}
+
+TEST_F(CursorTabTest, DamagedTextsGiveValuesThatACursorCanHave) {
+    Put("VertCursor0", "nonsense.1");
+    Put("VertCursor1", "1.0e999");
+    Put("VertCursor2", "-0.5");
+    Put("HorizCursor0", "nan.");
+    Put("HorizCursor1", "1000.0");
+    Put("HorizCursor2", "-inf.0");
+    Put("VertCursorEn0", "maybe");
+    Put("HorizCursorEn0", "99999999999999999999");
+    part.RestoreTabSettings();
+    for (int i = 0; i < Record::kCursors; ++i) {
+        EXPECT_TRUE(std::isfinite(record.VertCursorTime[i])) << i;
+        EXPECT_GE(record.VertCursorTime[i], 0) << i;
+        EXPECT_LE(std::abs(record.HorizCursorVolts[i]), 126) << i;
+    }
+    EXPECT_EQ(record.HorizCursorVolts[1], 126);
+    EXPECT_FALSE(Box("VertCursorEn", 0)->isChecked());
+    EXPECT_FALSE(Box("HorizCursorEn", 0)->isChecked());
+}
+
+TEST_F(CursorTabTest, AForcedInstanceKeepsItsOwn) {
+    record.SettingsSuffix = QStringLiteral("_4");
+    record.VertCursorTime[0] = 2;
+    part.Form_Unload();
+    EXPECT_EQ(Get("VertCursor0"), "(none)");
+}
+
+} // namespace
