@@ -146,7 +146,7 @@ TEST_F(ShellTest, AnIdentificationEndsByItsTimerAndLeavesTheLampsAsTheyWere) {
     EXPECT_TRUE(timer->isActive());
     EXPECT_NE(id->ButtonFillColor(), off);
     EXPECT_NE(script().settings[2].ledMode, script().settings[1].ledMode);
-    const int normal = 0;
+    const int normal = 1;
     timer->setInterval(0);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !record->IDActive; }));
     EXPECT_FALSE(timer->isActive());
