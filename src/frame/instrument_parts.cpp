@@ -129,29 +129,23 @@ void Instrument::ConnectPlotWindows() {
                                .Companions = [large]() -> PlotCompanions* { return large; },
                                .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); }});
 
+    spectrum = std::make_unique<SpectrumWindow>(
+        *forms.FFTForm, record, driver, *forms.TabForm[kMathTab]->control<QRadioButton>("FFTPlotType", 0),
+        Scales(),
+        SpectrumWindow::Calls{.PlotNow = [this] { plotter->PlotNow(); },
+                              .MakeDataStamp = [this] { return DataStamp(); },
+                              .MainMinimised = [this] { return forms.surface->isMinimized(); }});
+    plotter->SetSpectrumPlot(spectrum->Plot());
+
     largeTimeShot = std::make_unique<ClipboardShot>(
         *forms.FullScreenTimeForm,
         ClipboardShot::Calls{.SetDefaultLayering = [this] { shell->SetDefaultLayering(); },
                              .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); },
                              .doEvents = environment.yield});
     spectrumShot = std::make_unique<ClipboardShot>(
-        *forms.FFTForm,
-        ClipboardShot::Calls{.SetDefaultLayering = {},
-                             .RefreshAppInfo = [info = forms.FFTForm->control<QLabel>("OtherInfoLabel"),
-                                                this] { info->setText(DataStamp()); },
-                             .doEvents = environment.yield});
-
-    // The spectrum window shows its traces; its read-outs have no part yet.
-    Form* spectrum = forms.FFTForm.get();
-    auto* canvas = spectrum->control<PlotCanvas>("Canvas");
-    new WindowMover(*canvas);
-    plotter->SetSpectrumPlot({.Surface = [canvas]() -> Canvas& { return canvas->Surface(); },
-                              .RefreshAppInfo = [this, info = spectrum->control<QLabel>(
-                                                           "OtherInfoLabel")] { info->setText(DataStamp()); },
-                              .Canvas_UpdateStats = [] {},
-                              .Visible = [spectrum] { return spectrum->isVisible(); },
-                              .Show = [spectrum] { spectrum->show(); },
-                              .Hide = [spectrum] { spectrum->hide(); }});
+        *forms.FFTForm, ClipboardShot::Calls{.SetDefaultLayering = {},
+                                             .RefreshAppInfo = [this] { spectrum->RefreshAppInfo(); },
+                                             .doEvents = environment.yield});
 }
 
 PerScope<const ChannelScale*> Instrument::ScopeScales() const {
@@ -255,7 +249,7 @@ void Instrument::ConnectChannels() {
         .RedrawSettings = [this] { largeTime->RedrawSettings(); },
         .SetStatsVisible = [this](int channel, bool visible) { measurements->SetVisible(channel, visible); },
         .PointNullDialog = [this](int channel, int range) { offsetNull->PointAt(channel, range); },
-        .ShowNullDialog = [this] { forms.OffsetNullForm->show(); },
+        .ShowNullDialog = [this] { offsetNull->Show(); },
         .HideNullDialog = [this] { forms.OffsetNullForm->hide(); },
         .RaiseMainAndStats = [] {},
         .TrigChanButton_Click = [this](int& channel) { trigger->TrigChanButton_Click(channel); }};
