@@ -73,7 +73,11 @@ class PlainMap {
         double origin = 0;
         double Pixel(double user) const { return user * perUnit + origin; }
     };
-    static int Nearest(double pixel) { return static_cast<int>(std::floor(pixel + 0.5)); }
+    /// What lies nearer to a half than figures of that size can tell counts as the half.
+    static int Nearest(double pixel) {
+        constexpr double kGrains = 1 << 28; // to a pixel
+        return static_cast<int>(std::floor(std::nearbyint((pixel + 0.5) * kGrains) / kGrains));
+    }
 
     Axis x_;
     Axis y_;
