@@ -1,4 +1,5 @@
 #include "acquisition/acquisition_rig.h"
+#include "acquisition/mode_text.h"
 #include "acquisition/trigger_status.h"
 #include "controls/accessibility.h"
 
@@ -157,6 +158,27 @@ TEST_F(TimebaseTest, EnteringRISForcesNormAndTakesTheDelayAway) {
     Turn(3);
     EXPECT_EQ(Deeds(), ends + Each({1, 2, 3, 4}, "SetRISMode(#, 1)") + undelayed + finish)
         << "from RIS to RIS the trigger is left alone";
+}
+
+TEST_F(TimebaseTest, TheTextTellsTheIntervalInForceAfterTheChangeWhateverWasBefore) {
+    for (int from = 0; from < kTimebaseSettings; ++from) {
+        for (int to = 0; to < kTimebaseSettings; ++to) {
+            Turn(static_cast<float>(from));
+            Turn(static_cast<float>(to));
+            const TimebaseSetting& setting = *FindTimebaseSetting(to);
+            const QString told =
+                ModeText(static_cast<float>(SamplePeriodOf(setting)), setting.mode == SamplingMode::RIS,
+                         setting.mode == SamplingMode::Roll);
+            ASSERT_EQ(rig.AcqModeLabel.text(), told)
+                << FindTimebaseSetting(from)->label << " to " << setting.label;
+        }
+    }
+    Turn(3);
+    Turn(5);
+    EXPECT_EQ(rig.AcqModeLabel.text(), "Acquistion mode: Single-shot (sample interval: 20ns, refresh mode)");
+    Turn(0);
+    Turn(22);
+    EXPECT_EQ(rig.AcqModeLabel.text(), "Acquistion mode: Single-shot (sample interval: 1ms, roll mode)");
 }
 
 TEST_F(TimebaseTest, LeavingRISReturnsAutoToAutoAndNormOrFreeToFree) {
