@@ -1,14 +1,15 @@
 #!/bin/bash
-# Runs a program on a Wayland compositor without a screen and returns the program's exit code; 125 if the
-# compositor did not come up.
+# Runs a program on a Wayland compositor of its own and returns the program's exit code; 125 if the compositor
+# did not come up. The compositor is a window of the X screen that DISPLAY names: one without any screen has no
+# seat, so nobody there has the focus, which a clipboard belongs to.
 #
-#   on_wayland.sh PROGRAM [ARGUMENTS]
+#   on_display.sh openbox on_wayland.sh PROGRAM [ARGUMENTS]
 set -u
-[ $# -gt 0 ] || { sed -n '2,5s/^# \{0,1\}//p' "$0" >&2; exit 125; }
+[ $# -gt 0 ] || { sed -n '2,6s/^# \{0,1\}//p' "$0" >&2; exit 125; }
 scratch=$(mktemp -d)
 export XDG_RUNTIME_DIR=$scratch
 chmod 700 "$scratch"
-setpriv --pdeathsig TERM weston --backend=headless-backend.so --socket=compositor --no-config --idle-time=0 \
+setpriv --pdeathsig TERM weston --backend=x11-backend.so --use-pixman --socket=compositor --no-config --idle-time=0 \
     --width=1280 --height=800 >"$scratch/log" 2>&1 &
 compositor=$!
 program=
@@ -29,7 +30,6 @@ for ((i = 0; ; ++i)); do
     fi
     sleep 0.05
 done
-unset DISPLAY
 WAYLAND_DISPLAY=compositor QT_QPA_PLATFORM=wayland NO_AT_BRIDGE=1 "$@" &
 program=$!
 wait $program

@@ -12,6 +12,11 @@ namespace {
 /// The cursors and the view, worked with a real mouse and real keys.
 class View : public FrontPanel {
   protected:
+    /// The window manager has put the window where it stays once the window has the focus.
+    void Start() {
+        FrontPanel::Start();
+        ASSERT_TRUE(Until([&] { return instrument->forms.surface->isActiveWindow(); }));
+    }
     Picture* Handle(const char* axis, int cursor) {
         return instrument->forms.MainForm->control<Picture>(QByteArray(axis) + "CursorHandle", cursor);
     }
@@ -106,8 +111,6 @@ TEST_F(View, TheKeyboardMovesAHandleToo) {
     Box("Vert", 1)->click();
     Picture* handle = Handle("Vert", 1);
     ASSERT_TRUE(Until([&] { return handle->isVisible(); }));
-    instrument->forms.surface->activateWindow();
-    ASSERT_TRUE(Until([&] { return instrument->forms.surface->isActiveWindow(); }));
     handle->setFocus(Qt::TabFocusReason);
     real_mouse::Do({QStringLiteral("key"), QStringLiteral("Right"), QStringLiteral("shift+Right")});
     const double pixel = RecordSeconds() / Main<Picture>("VertCursorBar")->width();

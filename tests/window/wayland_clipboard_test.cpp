@@ -37,7 +37,8 @@ TEST(WaylandClipboard, AnotherProgramGetsThePictureOfTheWindow) {
                               .RefreshAppInfo = [] {},
                               .doEvents = [] { QApplication::processEvents(); }});
     form.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&form, kPatience))
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form, kPatience));
+    ASSERT_TRUE(QTest::qWaitFor([] { return QGuiApplication::focusWindow() != nullptr; }, kPatience))
         << "a program without the focus has no clipboard";
     emit form.control<ButtonControl1>("ClipboardButton")->Click();
     QImage pasted;
