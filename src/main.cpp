@@ -3,7 +3,11 @@
 #include "controls/symbol_font.h"
 #include "driver/driver.h"
 #include "driver/driver_choice.h"
+#include "frame/closing.h"
+#include "frame/end_signals.h"
 #include "frame/instrument.h"
+#include "frame/session_end.h"
+#include "frame/shut_down.h"
 #include "frame/start_up.h"
 
 #include <QApplication>
@@ -36,6 +40,8 @@ Environment RealEnvironment() {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
+    EndSignals endSignals;
+    QObject::connect(&endSignals, &EndSignals::Came, &DismissBoxes);
     QApplication::setApplicationName(QStringLiteral("Corvantine"));
     QApplication::setQuitOnLastWindowClosed(false);
     LoadSymbolFont();
@@ -51,6 +57,15 @@ int main(int argc, char** argv) {
     Driver driver(std::move(choice.backend));
     Record record;
     Instrument instrument(record, driver, std::move(environment));
+    QObject::connect(&endSignals, &EndSignals::Came, [&instrument] { ShutDown(instrument); });
+    SaveWithTheSession(instrument);
+    if (endSignals.HaveCome()) {
+        return 0;
+    }
     StartUp(instrument);
-    return instrument.closing ? 0 : QApplication::exec();
+    if (!instrument.closing.Served()) {
+        QApplication::exec();
+        ShutDown(instrument); // whatever ended the loop; after a close it does nothing
+    }
+    return 0;
 }

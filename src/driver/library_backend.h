@@ -3,58 +3,10 @@
 #include "driver/driver_backend.h"
 
 #include "corvantine_driver.h"
+#include "corvantine_driver_operations.h"
 
 #include <QString>
 #include <memory>
-
-/// Every operation of the interface, in the order of the header.
-#define CORVANTINE_OPERATIONS(X)                                                                             \
-    X(OpenDrvr)                                                                                              \
-    X(GetSampleDepth)                                                                                        \
-    X(DrvrIssue)                                                                                             \
-    X(Enumerate)                                                                                             \
-    X(GetProductName)                                                                                        \
-    X(GetSerialNumber)                                                                                       \
-    X(GetHWRev)                                                                                              \
-    X(GetPortNumber)                                                                                         \
-    X(GetControllerRev)                                                                                      \
-    X(SetDemoMode)                                                                                           \
-    X(OpenAndReset)                                                                                          \
-    X(SetTrigMaster)                                                                                         \
-    X(SetDetectLine)                                                                                         \
-    X(GetDetectLine)                                                                                         \
-    X(Close)                                                                                                 \
-    X(InitScope)                                                                                             \
-    X(GetRISBand)                                                                                            \
-    X(GetTriggerDACOffset)                                                                                   \
-    X(GetRawChannelOffset)                                                                                   \
-    X(GetOffsetDACScale)                                                                                     \
-    X(SetUpFrontEnd)                                                                                         \
-    X(SetOffset)                                                                                             \
-    X(SetCalSource)                                                                                          \
-    X(SetLEDMode)                                                                                            \
-    X(SetBaseAdcClk)                                                                                         \
-    X(SetDecimationRatio)                                                                                    \
-    X(SetRISMode)                                                                                            \
-    X(SetTriggerDelay)                                                                                       \
-    X(SetTrigThresh)                                                                                         \
-    X(SetTrigType)                                                                                           \
-    X(SetNormTrig)                                                                                           \
-    X(SetPreTrigDepth)                                                                                       \
-    X(AcquisitionStart)                                                                                      \
-    X(AcquisitionEnd)                                                                                        \
-    X(GetAcquistionState)                                                                                    \
-    X(GetTriggeredStatus)                                                                                    \
-    X(GetSamplesSinceTrigger)                                                                                \
-    X(GetBufferBlocksMultiChan)                                                                              \
-    X(GetBufferIncremental)                                                                                  \
-    X(GetBufferRIS)                                                                                          \
-    X(GetSamplePeriod)                                                                                       \
-    X(ReScaleSampleData)                                                                                     \
-    X(MakeSampleData)                                                                                        \
-    X(FFT)                                                                                                   \
-    X(PortOpen)                                                                                              \
-    X(CloseDrvr)
 
 /// The exports of a driver library, with the signatures that the header declares.
 struct DriverExports {

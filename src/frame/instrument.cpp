@@ -1,6 +1,7 @@
 #include "frame/instrument.h"
 
 #include "controls/picture.h"
+#include "frame/shut_down.h"
 #include "skin/skin_colour.h"
 
 #include <utility>
@@ -11,8 +12,36 @@ Forms::Forms(DebugLog& log) : SharedDIB(log), MainRegion(log) {
     }
 }
 
+namespace {
+
+/// The same surroundings; a handler that lets events run, or waits for an answer, is one that a close waits
+/// for.
+Environment Watched(Environment environment, Closing& closing) {
+    environment.yield = [&closing, yield = std::move(environment.yield)] {
+        const Closing::Handler handler(closing);
+        yield();
+    };
+    environment.show = [&closing, show = std::move(environment.show)](const QString& text) {
+        // On the way to the end nobody is left to read what a handler has to say.
+        if (!closing.Wanted() || closing.Served()) {
+            const Closing::Handler handler(closing);
+            show(text);
+        }
+    };
+    return environment;
+}
+
+} // namespace
+
 Instrument::Instrument(Record& theRecord, Driver& theDriver, Environment surroundings)
-    : record(theRecord), driver(theDriver), environment(std::move(surroundings)),
+    : record(theRecord), driver(theDriver),
+      closing({.Begin = [this] { BeginShutDown(*this); },
+               .Busy =
+                   [this] {
+                       return acquisition.RunTimerBusy || (tabPanels != nullptr && tabPanels->TabTimerBusy);
+                   },
+               .End = [this] { EndShutDown(*this); }}),
+      environment(Watched(std::move(surroundings), closing)),
       log(environment.applicationFolder, environment.show), settings(environment.settingsFolder), forms(log) {
 }
 
@@ -57,8 +86,22 @@ void Instrument::UnloadTab(int slot) {
     }
 }
 
-void Instrument::SaveSettings() {
-    for (const QString& failure : settings.Flush()) {
-        environment.show(failure);
+QStringList Instrument::KeepSettings() {
+    if (!settingsRestored || closing.Served()) {
+        return {};
+    }
+    if (record.NumScopesFound > 0) {
+        scopeSettings->SaveScopeSettings();
+    }
+    for (int slot = 1; slot <= Record::kTabSlots; ++slot) {
+        UnloadTab(slot);
+    }
+    return settings.Flush();
+}
+
+void Instrument::TellUnsaved(const QStringList& failures) {
+    if (!failures.isEmpty()) {
+        environment.show(QStringLiteral("Not all settings could be saved:\n") +
+                         failures.join(QLatin1Char('\n')));
     }
 }

@@ -18,6 +18,7 @@
 #include "driver/driver.h"
 #include "export/data_tab.h"
 #include "export/print.h"
+#include "frame/closing.h"
 #include "frame/debug_log.h"
 #include "frame/environment.h"
 #include "frame/forms.h"
@@ -40,6 +41,7 @@ struct Instrument {
     void CreateMainForm();
     void CreateTabForms();
     void CreateSatellites();
+    void NameWindows(); ///< after the module that the command line forces
     void ConnectParts();
 
     void SplashLine(int index, const QString& text);
@@ -48,16 +50,21 @@ struct Instrument {
     void ShowMainForm();
     void RestoreTabSettings(int slot);
     void UnloadTab(int slot);
-    void SaveSettings();
+    /// Saves what a press of CloseButton saves, while the program goes on: the messages of the files that
+    /// could not be written.
+    QStringList KeepSettings();
+    /// One box with the messages of all files that could not be written; none, no box.
+    void TellUnsaved(const QStringList& failures);
 
     Record& record;
     Driver& driver;
-    Environment environment;
+    Closing closing;
+    Environment environment; ///< whoever yields or shows a box through it is known to closing
     DebugLog log;
     SettingsStore settings;
     Forms forms;
     AcquisitionState acquisition;
-    bool closing = false;
+    bool settingsRestored = false; ///< until then there is nothing to save
 
     std::unique_ptr<Shell> shell;
     std::unique_ptr<Plotter> plotter;

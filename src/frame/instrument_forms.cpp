@@ -82,6 +82,20 @@ void Instrument::CreateSatellites() {
     PlaceWindows();
 }
 
+// Of several instances side by side each has its module in the titles of its windows.
+void Instrument::NameWindows() {
+    const QString own = QStringLiteral("Corvantine");
+    const QString& suffix = record.SettingsSuffix;
+    forms.MainForm->setWindowTitle(own + suffix);
+    forms.surface->setWindowTitle(own + suffix);
+    for (Form* form : {forms.StatsForm.get(), forms.OffsetNullForm.get(), forms.FFTForm.get(),
+                       forms.FullScreenTimeForm.get()}) {
+        QString title = form->windowTitle();
+        title.insert(title.startsWith(own) ? own.size() : title.size(), suffix);
+        form->setWindowTitle(title);
+    }
+}
+
 // Where the windows stand until a run has left others: the panel in the middle with the measurements below
 // it, the others beside it or over it, wherever the screen has room.
 void Instrument::PlaceWindows() {

@@ -288,7 +288,9 @@ void Instrument::ConnectFace() {
     Form& main = *forms.MainForm;
     skins = std::make_unique<SkinSelection>(
         record, log, SkinControls::Of(main), environment.applicationFolder, forms.SharedDIB, forms.MainRegion,
-        SkinSelection::Calls{.doEvents = environment.yield, .sleep = environment.sleep});
+        SkinSelection::Calls{.doEvents = environment.yield, .sleep = environment.sleep, .closing = [this] {
+                                 return closing.Wanted();
+                             }});
 
     TabPanels::Windows windows;
     windows.main = &main;
@@ -326,7 +328,8 @@ void Instrument::ConnectExport() {
     Form* form = forms.TabForm[kDataTab];
     dataTab = std::make_unique<DataTab>(
         record, driver, DataTab::Controls::Of(*form, *forms.TabForm[kMathTab]), Scales(),
-        DataTab::Calls{.AskForFile = [form](const QString& folder) { return AskForDataFile(form, folder); },
+        DataTab::Calls{.AskForFile = [form](const QString& folder,
+                                            auto answer) { AskForDataFile(form, folder, std::move(answer)); },
                        .ShowFailure = [form](const QString& text) { ShowSaveFailure(form, text); },
                        .Stamp =
                            [] {
@@ -357,5 +360,6 @@ void Instrument::ConnectSettings() {
                              .FullScreenButton_Click = [this] { shell->FullScreenButton_Click(); },
                              .SampleDotsButton_Click = [this] { shell->SampleDotsButton_Click(); },
                              .RestoreAcquisition = [this] { acquisitionSettings->Restore(); },
-                             .SaveAcquisition = [this] { acquisitionSettings->Save(); }});
+                             .SaveAcquisition = [this] { acquisitionSettings->Save(); },
+                             .Closing = [this] { return closing.Wanted(); }});
 }

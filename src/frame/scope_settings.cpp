@@ -94,6 +94,9 @@ void ScopeSettings::RestoreScopeSettings() {
     const QSize screen = calls_.Screen();
     Section section(settings_, record_.SettingsSuffix, screen);
     RestoreSkin(section);
+    if (calls_.Closing && calls_.Closing()) {
+        return;
+    }
 
     const QRect fft = windows_.FFTForm.place();
     section.PutOnScreen(windows_.FFTForm, section.Place(QStringLiteral("FFTWindow"), fft, fft.size()));

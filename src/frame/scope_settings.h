@@ -28,6 +28,7 @@ class ScopeSettings {
         std::function<void()> SampleDotsButton_Click;
         std::function<void()> RestoreAcquisition; ///< timebase, threshold, pre-trigger, mode, type
         std::function<void()> SaveAcquisition;
+        std::function<bool()> Closing; ///< the program was asked to end while the skin changed
     };
 
     ScopeSettings(Record& record, SettingsStore& settings, Windows windows, Calls calls);

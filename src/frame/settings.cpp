@@ -166,7 +166,7 @@ QStringList SettingsStore::Flush() {
 
 QString SettingsStore::Write(const QString& path, Application& application) const {
     if (!QDir().mkpath(folder_)) {
-        return QStringLiteral("cannot make the folder %1").arg(folder_);
+        return QStringLiteral("cannot write %1: its folder cannot be made").arg(path);
     }
     QLockFile lock(path + QStringLiteral(".lock"));
     lock.setStaleLockTime(kStaleLock);

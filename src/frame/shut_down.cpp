@@ -3,39 +3,55 @@
 #include "frame/instrument.h"
 
 #include <QCoreApplication>
+#include <QTimer>
+#include <initializer_list>
 
 namespace {
 
-constexpr int kMostWaits = 20;
-constexpr int kWait = 50; ///< ms; a handler that is still busy after a second is left behind
+void StopTimers(const QWidget* window) {
+    if (window != nullptr) {
+        // The controls' own as well: a change that a knob holds back would still reach the instrument.
+        for (QTimer* timer : window->findChildren<QTimer*>()) {
+            timer->stop();
+        }
+    }
+}
 
-void WaitForHandlers(Instrument& i) {
-    for (int waits = 0; waits < kMostWaits && (i.tabPanels->TabTimerBusy || i.acquisition.RunTimerBusy);
-         ++waits) {
-        i.environment.sleep(kWait);
+void Hide(QWidget* window) {
+    if (window != nullptr) {
+        window->hide();
+    }
+}
+
+void StopTimers(const Instrument& i) {
+    for (const QWidget* window : std::initializer_list<const QWidget*>{
+             i.forms.surface.get(), i.forms.StatsForm.get(), i.forms.OffsetNullForm.get(),
+             i.forms.FFTForm.get(), i.forms.FullScreenTimeForm.get()}) {
+        StopTimers(window);
     }
 }
 
 } // namespace
 
 void ShutDown(Instrument& i) {
-    if (i.closing) {
-        return;
-    }
-    i.closing = true;
-    i.forms.MainForm->timer("RunTimer")->stop();
-    i.forms.MainForm->timer("TabTimer")->stop();
-    i.forms.MainForm->timer("AutoTriggerTimer")->stop();
-    i.log.PrintLog(QStringLiteral("About to close"));
-    WaitForHandlers(i);
+    i.closing.Request();
+}
 
+void BeginShutDown(Instrument& i) {
+    StopTimers(i);
+    i.log.PrintLog(QStringLiteral("About to close"));
+}
+
+void EndShutDown(Instrument& i) {
+    StopTimers(i);
     i.record.PlotInhibit = true;
-    i.forms.FullScreenTimeForm->hide();
-    i.forms.FFTForm->hide();
-    i.forms.StatsForm->hide();
+    Hide(i.forms.FullScreenTimeForm.get());
+    Hide(i.forms.FFTForm.get());
+    Hide(i.forms.StatsForm.get());
+    Hide(i.forms.OffsetNullForm.get());
 
     i.log.PrintLog(QStringLiteral("Saving registry settings"));
-    if (i.record.NumScopesFound > 0) {
+    if (i.settingsRestored && i.record.NumScopesFound > 0) {
         i.scopeSettings->SaveScopeSettings();
     }
 
@@ -48,12 +64,15 @@ void ShutDown(Instrument& i) {
 
     i.log.PrintLog(QStringLiteral("Unloading tab forms"));
     for (int slot = 1; slot <= Record::kTabSlots; ++slot) {
-        i.forms.TabForm[slot]->hide();
-        i.UnloadTab(slot);
+        Hide(i.forms.TabForm[slot]);
+        if (i.settingsRestored) {
+            i.UnloadTab(slot);
+        }
     }
-    i.SaveSettings();
+    i.TellUnsaved(i.settings.Flush());
 
-    i.forms.surface->hide();
+    Hide(i.forms.SplashForm.get());
+    Hide(i.forms.surface.get());
     i.log.PrintLog(QStringLiteral("Closing driver"));
     i.driver.CloseDrvr(i.record.DriverHandle);
     i.log.PrintLog(QStringLiteral("End"));

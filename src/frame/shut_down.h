@@ -2,6 +2,11 @@
 
 struct Instrument;
 
-/// The one way the program ends: stop, save, close the modules, close the driver. Windows are hidden here
-/// and freed by their owners, since the call may come from inside a running tick.
+/// Ends the program as a press of CloseButton does: at once, or when the handlers have returned that stand
+/// in the middle of their work.
 void ShutDown(Instrument& instrument);
+
+/// The first step: no timer runs any more.
+void BeginShutDown(Instrument& instrument);
+/// All the others, in their order. What was not yet restored is not saved.
+void EndShutDown(Instrument& instrument);

@@ -82,8 +82,7 @@ void CreateForms(Instrument& i) {
 void FindInstrument(Instrument& i) {
     i.log.PrintLog(QStringLiteral("Command line checking"));
     ReadCommandLine(i.environment.commandLine, i.record);
-    i.forms.surface->setWindowTitle(QStringLiteral("Corvantine") + i.record.SettingsSuffix);
-    i.forms.MainForm->setWindowTitle(i.forms.surface->windowTitle());
+    i.NameWindows();
     // The driver still hears of a port whose channel was out of range.
     const std::int32_t askedPort = i.record.ForcedPort;
     CheckCommandLineError(i.environment.commandLine, i.record, i.environment.show);
@@ -185,6 +184,9 @@ void InitScopes(Instrument& i) {
         if (i.record.ScopeInUse[channel]) {
             i.SplashLine(3, QStringLiteral("starting channel %1...").arg(channel));
             i.environment.yield();
+            if (i.closing.Wanted()) {
+                return;
+            }
             discovery::InitScope(channel, i.record, i.driver);
             i.channelTabs[channel]->RestoreTabSettings();
         }
@@ -224,6 +226,9 @@ void ShowForms(Instrument& i) {
     i.log.PrintLog(QStringLiteral("Showing main panel & restoring settings from registry"));
     i.ShowMainForm();
     i.scopeSettings->RestoreScopeSettings();
+    if (i.closing.Wanted()) {
+        return;
+    }
 
     i.log.PrintLog(QStringLiteral("Showing channel tabs"));
     for (int channel = 1; channel <= kScopeChannels; ++channel) {
@@ -237,6 +242,7 @@ void ShowForms(Instrument& i) {
         i.RestoreTabSettings(slot);
         i.forms.TabForm[slot]->show();
     }
+    i.settingsRestored = true;
     i.forms.FFTForm->control<QWidget>("FFTCursorLineVert")->resize(1, i.forms.FFTForm->height());
     i.forms.FFTForm->control<QWidget>("FFTCursorLineHoriz")->resize(i.forms.FFTForm->width(), 1);
     for (QWidget* window :
@@ -274,13 +280,16 @@ void StartRunning(Instrument& i) {
 } // namespace
 
 void StartUp(Instrument& instrument) {
-    OpenLogAndDriver(instrument);
-    ShowSplash(instrument);
-    CreateForms(instrument);
-    FindInstrument(instrument);
-    TestStack(instrument);
-    InitScopes(instrument);
-    SkinForms(instrument);
-    ShowForms(instrument);
-    StartRunning(instrument);
+    {
+        const Closing::Handler handler(instrument.closing);
+        for (const auto step : {OpenLogAndDriver, ShowSplash, CreateForms, FindInstrument, TestStack,
+                                InitScopes, SkinForms, ShowForms, StartRunning}) {
+            step(instrument);
+            // Asked to end while events ran: nothing more is begun, and the windows do not flash up.
+            if (instrument.closing.Wanted()) {
+                break;
+            }
+        }
+    }
+    instrument.closing.Serve();
 }

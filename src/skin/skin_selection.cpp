@@ -152,22 +152,37 @@ void SkinSelection::SetControlColorsToMatchSkin() {
     if (record_.Running) {
         controls_.RunTimer->stop();
     }
-    HideControls();
-    calls_.doEvents();
-    const bool applied = ApplySkin();
-    if (applied) {
-        calls_.doEvents();
-        ColourControls();
-    }
-    ShowControls();
-    if (applied) {
-        calls_.sleep(kSettleTime);
-    }
-    if (record_.Running) {
+    if (ChangeFace() && record_.Running) {
         controls_.RunTimer->start();
     }
     log_.DecIndent();
     busy_ = false;
+}
+
+bool SkinSelection::ChangeFace() {
+    HideControls();
+    if (!GoesOn()) {
+        return false;
+    }
+    const bool applied = ApplySkin();
+    if (applied) {
+        if (!GoesOn()) {
+            return false;
+        }
+        ColourControls();
+    }
+    if (!ShowControls()) {
+        return false;
+    }
+    if (applied) {
+        calls_.sleep(kSettleTime);
+    }
+    return true;
+}
+
+bool SkinSelection::GoesOn() {
+    calls_.doEvents();
+    return !calls_.closing || !calls_.closing();
 }
 
 bool SkinSelection::ApplySkin() {
@@ -235,13 +250,15 @@ void SkinSelection::ColourControls() {
     }
 }
 
-void SkinSelection::ShowControls() {
+bool SkinSelection::ShowControls() {
     controls_.VertCursorBar->show();
     controls_.HorizCursorBar->show();
     for (ButtonControl1* button : controls_.buttons) {
         button->SetButtonVisible(true);
     }
-    calls_.doEvents();
+    if (!GoesOn()) {
+        return false;
+    }
     for (ButtonControl1* again : {controls_.buttons[0], controls_.buttons[1]}) {
         again->SetButtonVisible(true);
     }
@@ -251,6 +268,7 @@ void SkinSelection::ShowControls() {
     for (SliderControl1* slider : controls_.sliders) {
         slider->SetSliderVisible(true);
     }
+    return true;
 }
 
 Colour SkinSelection::GetDIBPixel(int X, int Y) const {

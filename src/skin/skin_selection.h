@@ -50,6 +50,7 @@ class SkinSelection : public QObject {
     struct Calls {
         std::function<void()> doEvents; ///< lets pending events be processed
         std::function<void(int milliseconds)> sleep;
+        std::function<bool()> closing; ///< the program ends: what is left of a change is not worth the time
     };
 
     static constexpr int kFirstNameCharacter = 17; ///< of a file name, counted from 1
@@ -79,7 +80,9 @@ class SkinSelection : public QObject {
     bool ApplySkin();
     void HideControls();
     void ColourControls();
-    void ShowControls();
+    bool ShowControls();
+    bool ChangeFace(); ///< false: given up, the program ends
+    bool GoesOn();
 
     Record& record_;
     DebugLog& log_;

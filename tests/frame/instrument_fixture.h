@@ -23,9 +23,19 @@ class InstrumentTest : public testing::Test {
         environment.applicationFolder = folder.path();
         environment.settingsFolder = folder.filePath(QStringLiteral("settings"));
         environment.commandLine = QString::fromLatin1(commandLine);
-        environment.show = [this](const QString& text) { shown.push_back(text); };
+        environment.show = [this](const QString& text) {
+            shown.push_back(text);
+            if (onShow) {
+                onShow();
+            }
+        };
         environment.sleep = [](int) {};
-        environment.yield = [] { QApplication::processEvents(); };
+        environment.yield = [this] {
+            QApplication::processEvents();
+            if (onYield) {
+                onYield();
+            }
+        };
         instrument = std::make_unique<Instrument>(*record, scripted->driver, std::move(environment));
     }
     void Start(int modules, const char* commandLine = "") {
@@ -43,6 +53,7 @@ class InstrumentTest : public testing::Test {
 
     QTemporaryDir folder;
     std::vector<QString> shown;
+    std::function<void()> onShow, onYield; ///< what happens while a box is shown, while events run
     std::unique_ptr<ScriptedInstrument> scripted;
     std::unique_ptr<Record> record;
     std::unique_ptr<Instrument> instrument;

@@ -52,7 +52,7 @@ TEST_F(FrontPanel, APersonFindsATraceTriggersOnItScalesItAndFindsItAgain) {
     real_mouse::Click(*Main<QWidget>("TrigTypeButton"));
     EXPECT_TRUE(Until([&] { return record->TrigType == 0; }));
     real_mouse::Click(*Main<QWidget>("CloseButton"));
-    EXPECT_TRUE(Until([&] { return instrument->closing; }));
+    EXPECT_TRUE(Until([&] { return instrument->closing.Served(); }));
 
     Start();
     EXPECT_EQ(Main<KnobControl1>("TimeBaseKnob")->KnobXlatedValue(), QStringLiteral("4us/div"));
