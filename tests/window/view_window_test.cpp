@@ -12,11 +12,6 @@ namespace {
 /// The cursors and the view, worked with a real mouse and real keys.
 class View : public FrontPanel {
   protected:
-    /// The window manager has put the window where it stays once the window has the focus.
-    void Start() {
-        FrontPanel::Start();
-        ASSERT_TRUE(Until([&] { return instrument->forms.surface->isActiveWindow(); }));
-    }
     Picture* Handle(const char* axis, int cursor) {
         return instrument->forms.MainForm->control<Picture>(QByteArray(axis) + "CursorHandle", cursor);
     }
@@ -111,6 +106,9 @@ TEST_F(View, TheKeyboardMovesAHandleToo) {
     Box("Vert", 1)->click();
     Picture* handle = Handle("Vert", 1);
     ASSERT_TRUE(Until([&] { return handle->isVisible(); }));
+    real_mouse::Click(*handle); // takes the focus and moves nothing
+    instrument->forms.surface->activateWindow();
+    ASSERT_TRUE(Until([&] { return instrument->forms.surface->isActiveWindow(); }));
     handle->setFocus(Qt::TabFocusReason);
     real_mouse::Do({QStringLiteral("key"), QStringLiteral("Right"), QStringLiteral("shift+Right")});
     const double pixel = RecordSeconds() / Main<Picture>("VertCursorBar")->width();
@@ -157,6 +155,7 @@ TEST_F(View, TheCursorsComeBackInTheNextRun) {
 
 TEST_F(View, TheLargeWindowsPictureCanBePastedIntoAnotherProgram) {
     Start();
+    ASSERT_TRUE(Until([&] { return PixelsOnScreen(ToQColor(record->ChannelColour[1])) > 300; }));
     emit Main<ButtonControl1>("FullScreenButton")->Click();
     Form& large = *instrument->forms.FullScreenTimeForm;
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&large, kPatience));
@@ -196,6 +195,7 @@ TEST_F(View, TheLargeWindowsPictureCanBePastedIntoAnotherProgram) {
 
 TEST_F(View, TheSpectrumWindowsPictureCanBePastedIntoAnotherProgram) {
     Start();
+    ASSERT_TRUE(Until([&] { return PixelsOnScreen(ToQColor(record->ChannelColour[1])) > 300; }));
     instrument->runLoop->RunButton_Click();
     emit Tab<ButtonControl1>(1, "FFTButton")->Click();
     Form& spectrum = *instrument->forms.FFTForm;
