@@ -2,7 +2,6 @@
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
-#include "controls/window_mover.h"
 #include "display/plot_canvas.h"
 #include "export/save_dialog.h"
 #include "frame/helpers.h"
@@ -28,6 +27,15 @@ namespace {
 WindowPlace PlaceOf(Form& form) {
     return {.place = [&form] { return form.geometry(); },
             .put = [&form](const QRect& place) { form.setGeometry(place); }};
+}
+
+ScreenPlaces PresentScreens() {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    ScreenPlaces places{.all = {}, .primary = primary->geometry(), .available = primary->availableGeometry()};
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        places.all.push_back(screen->geometry());
+    }
+    return places;
 }
 
 /// The main form's place is that of the face: the surface reaches further, to where the panels come out.
@@ -129,29 +137,23 @@ void Instrument::ConnectPlotWindows() {
                                .Companions = [large]() -> PlotCompanions* { return large; },
                                .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); }});
 
+    spectrum = std::make_unique<SpectrumWindow>(
+        *forms.FFTForm, record, driver, *forms.TabForm[kMathTab]->control<QRadioButton>("FFTPlotType", 0),
+        Scales(),
+        SpectrumWindow::Calls{.PlotNow = [this] { plotter->PlotNow(); },
+                              .MakeDataStamp = [this] { return DataStamp(); },
+                              .MainMinimised = [this] { return tabPanels->Parked(); }});
+    plotter->SetSpectrumPlot(spectrum->Plot());
+
     largeTimeShot = std::make_unique<ClipboardShot>(
         *forms.FullScreenTimeForm,
         ClipboardShot::Calls{.SetDefaultLayering = [this] { shell->SetDefaultLayering(); },
                              .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); },
                              .doEvents = environment.yield});
     spectrumShot = std::make_unique<ClipboardShot>(
-        *forms.FFTForm,
-        ClipboardShot::Calls{.SetDefaultLayering = {},
-                             .RefreshAppInfo = [info = forms.FFTForm->control<QLabel>("OtherInfoLabel"),
-                                                this] { info->setText(DataStamp()); },
-                             .doEvents = environment.yield});
-
-    // The spectrum window shows its traces; its read-outs have no part yet.
-    Form* spectrum = forms.FFTForm.get();
-    auto* canvas = spectrum->control<PlotCanvas>("Canvas");
-    new WindowMover(*canvas);
-    plotter->SetSpectrumPlot({.Surface = [canvas]() -> Canvas& { return canvas->Surface(); },
-                              .RefreshAppInfo = [this, info = spectrum->control<QLabel>(
-                                                           "OtherInfoLabel")] { info->setText(DataStamp()); },
-                              .Canvas_UpdateStats = [] {},
-                              .Visible = [spectrum] { return spectrum->isVisible(); },
-                              .Show = [spectrum] { spectrum->show(); },
-                              .Hide = [spectrum] { spectrum->hide(); }});
+        *forms.FFTForm, ClipboardShot::Calls{.SetDefaultLayering = {},
+                                             .RefreshAppInfo = [this] { spectrum->RefreshAppInfo(); },
+                                             .doEvents = environment.yield});
 }
 
 PerScope<const ChannelScale*> Instrument::ScopeScales() const {
@@ -255,7 +257,7 @@ void Instrument::ConnectChannels() {
         .RedrawSettings = [this] { largeTime->RedrawSettings(); },
         .SetStatsVisible = [this](int channel, bool visible) { measurements->SetVisible(channel, visible); },
         .PointNullDialog = [this](int channel, int range) { offsetNull->PointAt(channel, range); },
-        .ShowNullDialog = [this] { forms.OffsetNullForm->show(); },
+        .ShowNullDialog = [this] { offsetNull->Show(); },
         .HideNullDialog = [this] { forms.OffsetNullForm->hide(); },
         .RaiseMainAndStats = [] {},
         .TrigChanButton_Click = [this](int& channel) { trigger->TrigChanButton_Click(channel); }};
@@ -300,10 +302,11 @@ void Instrument::ConnectFace() {
     windows.StatsForm = forms.StatsForm.get();
     windows.FFTForm = forms.FFTForm.get();
     windows.FullScreenTimeForm = forms.FullScreenTimeForm.get();
+    windows.OffsetNullForm = forms.OffsetNullForm.get();
     tabPanels = std::make_unique<TabPanels>(
         record, windows,
         TabPanels::Calls{
-            .mainMinimised = [this] { return forms.surface->isMinimized(); },
+            .mainMinimised = [this] { return forms.surface->IsMinimised(); },
             .bringMainToFront = [this] { forms.surface->BringFaceToFront(); },
             .bringPanelUp = [this](QWidget& panel) { forms.surface->BringPanelUp(panel); },
             .sendPanelToBack = [this](QWidget& panel) { forms.surface->SendPanelToBack(panel); }});
@@ -351,7 +354,7 @@ void Instrument::ConnectSettings() {
                                .StatsForm = PlaceOf(*forms.StatsForm),
                                .FullScreenTimeForm = PlaceOf(*forms.FullScreenTimeForm),
                                .MainForm = PlaceOf(*forms.surface, main)},
-        ScopeSettings::Calls{.Screen = [] { return QGuiApplication::primaryScreen()->size(); },
+        ScopeSettings::Calls{.Screens = PresentScreens,
                              .SkinIndex = [this] { return skins->SkinIndex; },
                              .SetSkinIndex = [this](int index) { skins->SkinIndex = index; },
                              .SetControlColorsToMatchSkin = [this] { skins->SetControlColorsToMatchSkin(); },
