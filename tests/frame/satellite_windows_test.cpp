@@ -143,13 +143,13 @@ TEST_F(SatelliteWindows, TheSmallMinimiseLeavesTheLargeTimeWindowInView) {
 TEST_F(SatelliteWindows, PlacesSavedWhileMinimisedAreThoseInView) {
     Begin();
     SwitchSpectrum(true);
-    Spectrum().setGeometry(222, 111, 500, 300);
+    Spectrum().setGeometry(222, 111, 540, 300);
     Stats().move(77, 88);
     instrument->shell->MinimiseButton_Click();
     QApplication::processEvents();
     ShutDown(*instrument);
     Start(2);
-    EXPECT_EQ(Spectrum().geometry(), QRect(222, 111, 500, 300));
+    EXPECT_EQ(Spectrum().geometry(), QRect(222, 111, 540, 300));
     EXPECT_EQ(Stats().pos(), QPoint(77, 88));
 }
 
