@@ -47,6 +47,7 @@ void Instrument::ConnectParts() {
     ConnectAcquisition();
     ConnectExport();
     ConnectSettings();
+    ConnectKeyboard();
 
     runLoop->Load();
     runLoop->Connect();

@@ -107,6 +107,51 @@ void Surface::SendPanelToBack(QWidget& panel) {
     panel.lower();
 }
 
+bool Surface::InReach(const QWidget& control) const {
+    const QWidget* part = &control;
+    while (part->parentWidget() != nullptr && part->parentWidget() != this) {
+        part = part->parentWidget();
+    }
+    const QPoint centre = control.mapTo(this, control.rect().center());
+    bool above = false;
+    for (const QObject* child : children()) { // from the rearmost to the foremost
+        const auto* other = qobject_cast<const QWidget*>(child);
+        if (other == part) {
+            above = true;
+        } else if (above && other != nullptr && !other->isWindow() && !other->isHidden()) {
+            const QPoint at = centre - other->pos();
+            if (other->rect().contains(at) && (other->mask().isEmpty() || other->mask().contains(at))) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+bool Surface::focusNextPrevChild(bool next) {
+    QWidget* const from = focusWidget() != nullptr ? focusWidget() : this;
+    const auto step = [next](const QWidget* at) {
+        return next ? at->nextInFocusChain() : at->previousInFocusChain();
+    };
+    for (QWidget* to = step(from); to != from; to = step(to)) {
+        const bool stops = (to->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && to->focusProxy() == nullptr;
+        if (to != this && to->window() == this && stops && to->isVisible() && to->isEnabled() &&
+            InReach(*to)) {
+            to->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    }
+    return false;
+}
+
+// Keys must not turn what nobody sees.
+void Surface::DropFocusOutOfReach() {
+    QWidget* const control = focusWidget();
+    if (control != nullptr && control != this && !InReach(*control)) {
+        control->clearFocus();
+    }
+}
+
 void Surface::OutlineChanged() {
     if (!outlinePending_) {
         outlinePending_ = true;
@@ -164,6 +209,7 @@ bool Surface::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Resize:
     case QEvent::ShowToParent:
     case QEvent::HideToParent:
+        DropFocusOutOfReach();
         OutlineChanged();
         break;
     case QEvent::WindowTitleChange:

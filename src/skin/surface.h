@@ -51,6 +51,8 @@ class Surface : public QWidget {
     void Activated();
 
   protected:
+    /// Tab passes by what is covered: by the face, as a closed panel is, or by another panel.
+    bool focusNextPrevChild(bool next) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -58,6 +60,8 @@ class Surface : public QWidget {
     void showEvent(QShowEvent* event) override;
 
   private:
+    bool InReach(const QWidget& control) const;
+    void DropFocusOutOfReach();
     void TakeOutline();
     void ConfirmPlace();
     QPoint FacePlace() const;
