@@ -8,9 +8,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cmath>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -104,23 +102,5 @@ void FreshRecordOfTheSimulatedStack(benchmark::State& state) {
     }
 }
 BENCHMARK(FreshRecordOfTheSimulatedStack)->Unit(benchmark::kMicrosecond);
-
-/// A look for a trigger that does not come, in a fast signal close below the threshold, so long (ms) after
-/// the arm without a look in between.
-void PollWhileWaiting(benchmark::State& state) {
-    Driver& driver = Stack();
-    driver.SetTrigType(1, 3);
-    driver.SetTrigThresh(1, 4);
-    driver.SetNormTrig(1, true);
-    driver.AcquisitionStart(1);
-    std::this_thread::sleep_for(std::chrono::milliseconds(state.range(0)));
-    driver.GetTriggeredStatus(1);
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(driver.GetTriggeredStatus(1));
-    }
-    driver.SetNormTrig(1, false);
-    driver.AcquisitionEnd(1);
-}
-BENCHMARK(PollWhileWaiting)->Arg(1)->Arg(100)->Arg(2000)->Unit(benchmark::kMicrosecond);
 
 } // namespace

@@ -1,6 +1,7 @@
 // Runs the program as main does, with the driver that it would choose, and tells how long it took from the
 // start of the process to the first plot on the screen, how many plots a second it then held and how much
-// of one core that took. Usage: live_run [seconds], 30 unless told.
+// of one core that took. Usage: live_run [seconds [everything]], 30 seconds unless told; "everything" opens
+// all that can be open.
 
 #include "controls/face_style.h"
 #include "controls/knob_control.h"
@@ -11,6 +12,8 @@
 #include "frame/start_up.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMouseEvent>
@@ -92,6 +95,22 @@ void MeasureKnob(Instrument& instrument, const FirstPaint& canvas) {
                 waits[waits.size() / 2], waits.back(), kMoves);
 }
 
+/// All that a person can open: both math channels, six spectra, and the large time window.
+void OpenEverything(Instrument& instrument) {
+    const Form& math = *instrument.forms.TabForm[kMathTab];
+    for (int number : {1, 2}) {
+        math.control<QComboBox>(number == 1 ? "Math1Combo" : "Math2Combo", 2)->setCurrentIndex(number);
+        math.control<QCheckBox>("MathChannelEn", number)->setChecked(true);
+        instrument.mathTab->MathChannelEn_Click(number);
+        instrument.mathTab->FFTButton_Click(number - 1);
+    }
+    for (auto& tab : instrument.channelTabs) {
+        tab->FFTButton_Click();
+    }
+    instrument.shell->FullScreenButton_Click();
+    instrument.forms.FullScreenTimeForm->setGeometry(0, 0, 1920, 1030);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -120,6 +139,9 @@ int main(int argc, char** argv) {
     }
     std::printf("first plot on screen after %.3f s\n", firstPaint.at - ProcessStart());
 
+    if (arguments.value(2) == QLatin1String("everything")) {
+        OpenEverything(instrument);
+    }
     const auto passes = instrument.acquisition.PassCount;
     const int paints = firstPaint.paints;
     const double cpu = SecondsOf(CLOCK_PROCESS_CPUTIME_ID);

@@ -8,9 +8,13 @@ namespace instrument {
 
 namespace {
 
-constexpr float kAmplitude = 26; ///< a fifth of the screen from peak to peak, so that four do not touch
+/// A sixth of the screen from peak to peak, so that four do not touch, and that an offset of 15 % either way
+/// leaves every one of them on the converter.
+constexpr float kAmplitude = 21;
+constexpr float kNoise = 0.5; ///< steps at the most: edges this slow cross a level only once
 constexpr float kMostSteps = 127;
 constexpr int kPhasePerPass = 10;
+constexpr double kQuietest = 0.45; ///< of the burst's amplitude
 constexpr double kSquarePeriod = 500;
 constexpr double kFullTurn = 4294967296.0; ///< a phase accumulator's period
 
@@ -22,7 +26,7 @@ double Edge(double samples) {
                    (std::cos(kRinging * samples) + std::sin(kRinging * samples) / (kRinging * kDecay));
 }
 
-/// Deterministic and cheap; the sum of two even spreads, some 0.4 steps RMS.
+/// Deterministic and cheap; the sum of two even spreads, some 0.2 steps RMS.
 class Noise {
   public:
     Noise(int channel, int phase)
@@ -34,7 +38,7 @@ class Noise {
         state_ ^= state_ >> 17;
         state_ ^= state_ << 5;
         const auto sum = static_cast<std::int32_t>((state_ & 0xFFFFU) + (state_ >> 16));
-        return static_cast<float>(sum - 0xFFFF) * (1.0F / 65536);
+        return static_cast<float>(sum - 0xFFFF) * (kNoise / 65536);
     }
 
   private:
@@ -49,10 +53,10 @@ std::uint32_t Advance(double period) {
 } // namespace
 
 DemoWaveforms::DemoWaveforms()
-    : shapes_{{{&sine_, 600, &flat_, 600, 94.5F, 4},
-               {&square_, kSquarePeriod, &flat_, 600, 31.5F, 3},
-               {&triangle_, 750, &flat_, 600, -31.5F, 5},
-               {&sine_, 30, &bursts_, 900, -94.5F, 2}}} {
+    : shapes_{{{&sine_, 375, &flat_, 600, 82, 4},
+               {&square_, kSquarePeriod, &flat_, 600, 28, 3},
+               {&triangle_, 300, &flat_, 600, -27, 5},
+               {&sine_, 30, &bursts_, 900, -82, 2}}} {
     const auto size = static_cast<double>(flat_.size());
     for (std::size_t i = 0; i < flat_.size(); ++i) {
         const double turn = static_cast<double>(i) / size;
@@ -62,7 +66,9 @@ DemoWaveforms::DemoWaveforms()
         sine_[i] = static_cast<float>(std::sin(2 * std::numbers::pi * turn));
         square_[i] = static_cast<float>(sign * Edge(half * kSquarePeriod / 2));
         triangle_[i] = static_cast<float>(1 - 4 * std::abs(turn - 0.5));
-        bursts_[i] = static_cast<float>(kAmplitude * std::pow(std::sin(std::numbers::pi * turn), 4));
+        // Never quite silent, so that whoever counts its periods misses none.
+        bursts_[i] = static_cast<float>(
+            kAmplitude * (kQuietest + (1 - kQuietest) * std::pow(std::sin(std::numbers::pi * turn), 4)));
     }
 }
 

@@ -176,7 +176,7 @@ int32_t CorvantineDrvr_GetSamplesSinceTrigger(int32_t ch) { return is_module(ch)
 void CorvantineDrvr_GetBufferBlocksMultiChan(int32_t first, int32_t last, float* blocks, int32_t count) {
     int i;
     if (is_module(scope.slot) && first <= scope.slot && scope.slot <= last) {
-        for (i = 0; i < count * 512 && i < CORVANTINE_ROW; ++i) {
+        for (i = 0; i / 512 < count && i < CORVANTINE_ROW; ++i) {
             blocks[(scope.slot - 1) * CORVANTINE_ROW + i] = sample(i);
         }
     }

@@ -110,7 +110,7 @@ QString FrequencyText(double spacing, double period) {
         return QStringLiteral("low signal");
     }
     const double t = spacing * period;
-    if (!(t > 0)) {
+    if (!(t > 0) || std::isinf(t)) {
         return QStringLiteral("!");
     }
     const double f = 1 / t;

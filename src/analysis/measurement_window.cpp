@@ -7,7 +7,6 @@
 #include "controls/number_format.h"
 #include "controls/picture.h"
 #include "controls/window_mover.h"
-#include "driver/driver.h"
 #include "frame/helpers.h"
 
 #include <QCheckBox>
@@ -113,9 +112,31 @@ void MeasurementWindow::SetVisible(int channel, bool visible) {
     }
 }
 
+// The test of the stack comes after the rows were built. What is left moves up.
+void MeasurementWindow::DropRows() {
+    int place = 0;
+    for (int channel = 1; channel <= kAllChannels; ++channel) {
+        Row& row = rows_[channel];
+        if (row.ChStats == nullptr) {
+            continue;
+        }
+        if (record_.ScopeInUse[channel]) {
+            const int top = kFirstRow + place++ * kRowHeight;
+            if (row.ChStats->y() != top) {
+                row.ChStats->move(row.ChStats->x(), top);
+                row.CursStats->move(row.CursStats->x(), top);
+            }
+        } else {
+            delete row.ChStats;
+            delete row.CursStats;
+            row = {};
+        }
+    }
+}
+
 void MeasurementWindow::UpdateStats() {
-    const double period =
-        static_cast<double>(driver_.GetSamplePeriod(record_.Running, record_.HeldSamplePeriod));
+    DropRows();
+    const SamplePeriod period = driver_.ReadSamplePeriod(record_.Running, record_.HeldSamplePeriod);
     for (int channel = 1; channel <= kAllChannels; ++channel) {
         if (rows_[channel].ChStats != nullptr) {
             UpdateRow(channel, period);
@@ -123,7 +144,7 @@ void MeasurementWindow::UpdateStats() {
     }
 }
 
-void MeasurementWindow::UpdateRow(int channel, double period) {
+void MeasurementWindow::UpdateRow(int channel, const SamplePeriod& period) {
     const ChannelScale* volts = scales_[channel];
     const float scale = volts == nullptr ? 0 : volts->GetVoltsPerADCStep();
     const double ground = static_cast<double>(record_.ChannelOffsetPercent[channel]) * kPercentToSteps;
@@ -141,8 +162,10 @@ void MeasurementWindow::UpdateRow(int channel, double period) {
                              (limited ? QStringLiteral("bw") : QString()));
     Show(row.figures[3], AverageText(levels, ground, scale));
     Show(row.figures[4], PeakToPeakText(levels, scale));
-    Show(row.figures[5], FrequencyText(CrossingSpacing(samples, levels.mean), period));
-    UpdateCursors(channel, scale, ground, period);
+    // The one figure that shows what the driver says, however odd.
+    Show(row.figures[5],
+         FrequencyText(CrossingSpacing(samples, levels.mean), static_cast<double>(period.reported)));
+    UpdateCursors(channel, scale, ground, static_cast<double>(period.usable));
 }
 
 void MeasurementWindow::UpdateCursors(int channel, float scale, double ground, double period) {

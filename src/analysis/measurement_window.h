@@ -1,11 +1,11 @@
 #pragma once
 
 #include "channels/channel_scale.h"
+#include "driver/driver.h"
 #include "frame/record.h"
 
 #include <QObject>
 
-class Driver;
 class Form;
 class QCheckBox;
 class QLabel;
@@ -24,7 +24,7 @@ class MeasurementWindow : public QObject {
     MeasurementWindow(Form& form, Record& record, Driver& driver, const Scales& scales,
                       const Controls& controls);
 
-    /// Makes the rows of the channels in use, once.
+    /// Makes the rows of the channels in use, once. A channel that goes out of use later loses its row.
     void Build();
     void SetVisible(int channel, bool visible);
     void UpdateStats();
@@ -40,7 +40,8 @@ class MeasurementWindow : public QObject {
     };
 
     void BuildRow(int channel, int place);
-    void UpdateRow(int channel, double period);
+    void DropRows();
+    void UpdateRow(int channel, const SamplePeriod& period);
     void UpdateCursors(int channel, float scale, double ground, double period);
 
     Form& form_;

@@ -28,7 +28,8 @@ FormDesign Build() {
          .place = {0, kCanvas.height() / 2, kCanvas.width(), 1},
          .back = 0xFFFFFF,
          .parent = "Canvas"}};
-    AddIdentFrame(form, tip);
+    // One line, so that the ranges of all channels have the whole width above it.
+    AddIdentFrame(form, tip, 1);
     return form;
 }
 

@@ -10,8 +10,9 @@
 
 namespace {
 
-/// No measurement of the null can give more ADC steps than the converter has.
-constexpr double kLargestNull = 2 * kStepsPerHalfScreen;
+/// A null that was taken from a held record on a finer range is as large as that range makes it. More than
+/// this no measurement gives.
+constexpr double kLargestNull = 1e6;
 
 } // namespace
 

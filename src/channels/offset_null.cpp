@@ -5,6 +5,7 @@
 #include "controls/number_format.h"
 #include "controls/window_mover.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <algorithm>
@@ -23,6 +24,27 @@ OffsetNullDialog::OffsetNullDialog(Form& form, Record& record, const Scales& sca
     connect(WaitForUpdateTimer1, &QTimer::timeout, this, &OffsetNullDialog::WaitForUpdateTimer1_Timer);
     connect(WaitForUpdateTimer2, &QTimer::timeout, this, &OffsetNullDialog::WaitForUpdateTimer2_Timer);
     new WindowMover(form);
+    CurrentNullText->installEventFilter(this);
+    CurrentNullText->setCursor(Qt::ArrowCursor);
+}
+
+// The value is there to be read: the mouse passes through it to the dialog, which it moves.
+bool OffsetNullDialog::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+        event->ignore();
+        return true;
+    default:
+        return QObject::eventFilter(watched, event);
+    }
+}
+
+void OffsetNullDialog::Show() {
+    form_.show();
+    form_.raise();
 }
 
 void OffsetNullDialog::PointAt(int channel, int range) {

@@ -19,6 +19,8 @@ class OffsetNullDialog : public QObject {
 
     OffsetNullDialog(Form& form, Record& record, const Scales& scales);
 
+    /// Shows the dialog, in front of whatever lies over it.
+    void Show();
     /// From now on the dialog works on this channel and range.
     void PointAt(int channel, int range);
     void OffsetNullFormatString();
@@ -28,6 +30,9 @@ class OffsetNullDialog : public QObject {
     void DoneNullButton_Click();
     void WaitForUpdateTimer1_Timer();
     void WaitForUpdateTimer2_Timer();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     float& Null();

@@ -36,11 +36,11 @@ ControlDesign PlotWindowClipboard(int top) {
             .properties = {{"ButtonDepth", 1}, {"ButtonCaptionNudgeX", 1}}};
 }
 
-void AddIdentFrame(FormDesign& form, const QString& tip) {
+void AddIdentFrame(FormDesign& form, const QString& tip, int lines) {
     constexpr int kKeys = 6;
     constexpr int kWidth = 26;
-    constexpr int kHeight = 2 * kPlotWindowLine;
-    const QSize size{kKeys * kWidth + 8, kHeight};
+    const int height = lines * kPlotWindowLine;
+    const QSize size{kKeys * kWidth + 8, height};
     form.controls.push_back(
         {.kind = ControlKind::Frame,
          .name = "IdentFrame",
@@ -52,7 +52,7 @@ void AddIdentFrame(FormDesign& form, const QString& tip) {
         form.controls.push_back({.kind = ControlKind::Label,
                                  .name = "Ch",
                                  .index = i + 1,
-                                 .place = {4 + i * kWidth, 0, kWidth, kHeight},
+                                 .place = {4 + i * kWidth, 0, kWidth, height},
                                  .caption = caption,
                                  .tip = tip,
                                  .fore = kWindowText,

@@ -13,5 +13,5 @@ FormDesign PlotWindowForm(const QString& name, const QString& caption, QSize siz
 ControlDesign PlotWindowCanvas(QRect place, const QString& tip);
 ControlDesign PlotWindowLabel(const char* name, QRect place, const QString& caption, const QString& tip = {});
 ControlDesign PlotWindowClipboard(int top);
-/// IdentFrame at the lower right with the labels Ch(1) to Ch(6).
-void AddIdentFrame(FormDesign& form, const QString& tip);
+/// IdentFrame at the lower right, so many lines high, with the labels Ch(1) to Ch(6).
+void AddIdentFrame(FormDesign& form, const QString& tip, int lines = 2);

@@ -12,7 +12,7 @@ constexpr double kUnderFloor = -54.01; // one hundredth under the bottom grid li
 } // namespace
 
 float SpectrumValue(double magnitude, const SpectrumScale& scale) {
-    const double held = magnitude < kFloor ? kUnderFloor : magnitude;
+    const double held = magnitude >= kFloor ? magnitude : kUnderFloor; // also what is no number
     constexpr double kLargest = std::numeric_limits<float>::max();
     return static_cast<float>(std::clamp(scale.Multiplier * held + scale.LogOffset, -kLargest, kLargest));
 }

@@ -236,15 +236,19 @@ RISPass Driver::GetBufferRIS(int ch, float* buffer, int count) {
 }
 
 float Driver::GetSamplePeriod(bool running, double heldPeriod) {
+    return ReadSamplePeriod(running, heldPeriod).usable;
+}
+
+SamplePeriod Driver::ReadSamplePeriod(bool running, double heldPeriod) {
     const float held = static_cast<float>(heldPeriod);
     const float period = backend_->GetSamplePeriod(Flag(running), held);
     if (trust::UsablePeriod(period)) {
         if (running) {
             lastPeriod_ = period;
         }
-        return period;
+        return {period, period};
     }
-    return !running && trust::UsablePeriod(held) ? held : lastPeriod_;
+    return {period, !running && trust::UsablePeriod(held) ? held : lastPeriod_};
 }
 
 // Arithmetic

@@ -12,6 +12,12 @@ struct RISPass {
     std::int32_t status = -1; ///< -1: discard the pass
 };
 
+/// The time between two samples, in seconds.
+struct SamplePeriod {
+    float reported = 0; ///< as the driver said it: perhaps zero, negative or no number
+    float usable = 0;   ///< the same, or the last one that was of use
+};
+
 /// The instrument as the program sees it: each operation of the driver under its own name, with the
 /// program's types, and with whatever a driver writes brought into the bounds of the program's buffers
 /// before anyone reads it.
@@ -66,6 +72,8 @@ class Driver {
     int GetBufferIncremental(int ch, float* buffer, int count, int start);
     /// buffer: 3073 positions, count of them filled.
     RISPass GetBufferRIS(int ch, float* buffer, int count);
+    /// Seconds; see SamplePeriod.
+    SamplePeriod ReadSamplePeriod(bool running, double heldPeriod);
     /// Seconds; a driver's zero, negative or non-number is replaced by the last period that was usable,
     /// which is heldPeriod itself while nothing runs.
     float GetSamplePeriod(bool running, double heldPeriod);

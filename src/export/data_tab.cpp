@@ -10,7 +10,6 @@
 #include <QComboBox>
 #include <QFileInfo>
 #include <QRadioButton>
-#include <QScopedValueRollback>
 #include <utility>
 
 namespace {
@@ -51,20 +50,21 @@ void DataTab::Connect() {
 }
 
 void DataTab::SaveDataButton_Click() {
-    if (saving_) {
+    if (asking_) {
         return;
     }
-    const QScopedValueRollback busy(saving_, true);
-    AskAndSave();
+    asking_ = true;
+    calls_.AskForFile(folder_, [this](const std::optional<QString>& given) {
+        asking_ = false;
+        if (given) {
+            Save(*given);
+        }
+    });
 }
 
-void DataTab::AskAndSave() {
-    const std::optional<QString> given = calls_.AskForFile(folder_);
-    if (!given) {
-        return;
-    }
-    // From here to the end of the files nothing lets an event through: they all hold the same moment.
-    const QString base = SaveBase(*given);
+void DataTab::Save(const QString& given) {
+    // Nothing in here lets an event through before the last file: they all hold the same moment.
+    const QString base = SaveBase(given);
     folder_ = QFileInfo(base).absolutePath();
     if (!SaveData(Request(base), record_, scales_, files_)) {
         calls_.ShowFailure(SaveFailureText());

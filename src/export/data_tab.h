@@ -35,8 +35,10 @@ class DataTab : public QObject {
         static Controls Of(const Form& dataTab, const Form& mathTab);
     };
     struct Calls {
-        /// Asks the user for a file, beginning in that folder (empty: wherever suits). Nothing: cancelled.
-        std::function<std::optional<QString>(const QString& folder)> AskForFile;
+        using Answer = std::function<void(std::optional<QString> file)>;
+        /// Asks the user for a file, beginning in that folder (empty: wherever suits), and calls the answer
+        /// once, now or later. Nothing: cancelled.
+        std::function<void(const QString& folder, Answer answer)> AskForFile;
         std::function<void(const QString& text)> ShowFailure;
         /// What the files of a save beginning now have in common.
         std::function<FileStamp()> Stamp;
@@ -47,13 +49,13 @@ class DataTab : public QObject {
     /// Connects the handlers to the signals of their controls.
     void Connect();
 
-    /// Does nothing while the dialog or the message of another save is open.
+    /// Does nothing while the dialog of another save is open.
     void SaveDataButton_Click();
     void DoneTimer_Timer();
 
   private:
     SaveRequest Request(const QString& base);
-    void AskAndSave();
+    void Save(const QString& given);
     void ShowDone();
 
     Record& record_;
@@ -63,7 +65,7 @@ class DataTab : public QObject {
     Calls calls_;
     OutputFiles files_;
     QString folder_; ///< of the last save
-    bool saving_ = false;
+    bool asking_ = false;
 };
 
 /// What a failed save says.

@@ -7,6 +7,7 @@
 #include "acquisition/timebase.h"
 #include "acquisition/trigger.h"
 #include "analysis/measurement_window.h"
+#include "analysis/spectrum_window.h"
 #include "channels/channel_tab.h"
 #include "channels/math_tab.h"
 #include "channels/offset_null.h"
@@ -76,6 +77,7 @@ struct Instrument {
     std::unique_ptr<MeasurementWindow> measurements;
     std::unique_ptr<OffsetNullDialog> offsetNull;
     std::unique_ptr<LargeTimeWindow> largeTime;
+    std::unique_ptr<SpectrumWindow> spectrum;
     std::unique_ptr<ClipboardShot> largeTimeShot;
     std::unique_ptr<ClipboardShot> spectrumShot;
     std::unique_ptr<Trigger> trigger;

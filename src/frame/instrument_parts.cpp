@@ -130,29 +130,23 @@ void Instrument::ConnectPlotWindows() {
                                .Companions = [large]() -> PlotCompanions* { return large; },
                                .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); }});
 
+    spectrum = std::make_unique<SpectrumWindow>(
+        *forms.FFTForm, record, driver, *forms.TabForm[kMathTab]->control<QRadioButton>("FFTPlotType", 0),
+        Scales(),
+        SpectrumWindow::Calls{.PlotNow = [this] { plotter->PlotNow(); },
+                              .MakeDataStamp = [this] { return DataStamp(); },
+                              .MainMinimised = [this] { return forms.surface->isMinimized(); }});
+    plotter->SetSpectrumPlot(spectrum->Plot());
+
     largeTimeShot = std::make_unique<ClipboardShot>(
         *forms.FullScreenTimeForm,
         ClipboardShot::Calls{.SetDefaultLayering = [this] { shell->SetDefaultLayering(); },
                              .RefreshAppInfo = [this] { largeTime->RefreshAppInfo(); },
                              .doEvents = environment.yield});
     spectrumShot = std::make_unique<ClipboardShot>(
-        *forms.FFTForm,
-        ClipboardShot::Calls{.SetDefaultLayering = {},
-                             .RefreshAppInfo = [info = forms.FFTForm->control<QLabel>("OtherInfoLabel"),
-                                                this] { info->setText(DataStamp()); },
-                             .doEvents = environment.yield});
-
-    // The spectrum window shows its traces; its read-outs have no part yet.
-    Form* spectrum = forms.FFTForm.get();
-    auto* canvas = spectrum->control<PlotCanvas>("Canvas");
-    new WindowMover(*canvas);
-    plotter->SetSpectrumPlot({.Surface = [canvas]() -> Canvas& { return canvas->Surface(); },
-                              .RefreshAppInfo = [this, info = spectrum->control<QLabel>(
-                                                           "OtherInfoLabel")] { info->setText(DataStamp()); },
-                              .Canvas_UpdateStats = [] {},
-                              .Visible = [spectrum] { return spectrum->isVisible(); },
-                              .Show = [spectrum] { spectrum->show(); },
-                              .Hide = [spectrum] { spectrum->hide(); }});
+        *forms.FFTForm, ClipboardShot::Calls{.SetDefaultLayering = {},
+                                             .RefreshAppInfo = [this] { spectrum->RefreshAppInfo(); },
+                                             .doEvents = environment.yield});
 }
 
 PerScope<const ChannelScale*> Instrument::ScopeScales() const {
@@ -256,7 +250,7 @@ void Instrument::ConnectChannels() {
         .RedrawSettings = [this] { largeTime->RedrawSettings(); },
         .SetStatsVisible = [this](int channel, bool visible) { measurements->SetVisible(channel, visible); },
         .PointNullDialog = [this](int channel, int range) { offsetNull->PointAt(channel, range); },
-        .ShowNullDialog = [this] { forms.OffsetNullForm->show(); },
+        .ShowNullDialog = [this] { offsetNull->Show(); },
         .HideNullDialog = [this] { forms.OffsetNullForm->hide(); },
         .RaiseMainAndStats = [] {},
         .TrigChanButton_Click = [this](int& channel) { trigger->TrigChanButton_Click(channel); }};
@@ -329,7 +323,8 @@ void Instrument::ConnectExport() {
     Form* form = forms.TabForm[kDataTab];
     dataTab = std::make_unique<DataTab>(
         record, driver, DataTab::Controls::Of(*form, *forms.TabForm[kMathTab]), Scales(),
-        DataTab::Calls{.AskForFile = [form](const QString& folder) { return AskForDataFile(form, folder); },
+        DataTab::Calls{.AskForFile = [form](const QString& folder,
+                                            auto answer) { AskForDataFile(form, folder, std::move(answer)); },
                        .ShowFailure = [form](const QString& text) { ShowSaveFailure(form, text); },
                        .Stamp =
                            [] {

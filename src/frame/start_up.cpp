@@ -243,8 +243,7 @@ void ShowForms(Instrument& i) {
         i.forms.TabForm[slot]->show();
     }
     i.settingsRestored = true;
-    i.forms.FFTForm->control<QWidget>("FFTCursorLineVert")->resize(1, i.forms.FFTForm->height());
-    i.forms.FFTForm->control<QWidget>("FFTCursorLineHoriz")->resize(i.forms.FFTForm->width(), 1);
+    i.spectrum->StretchCursorLines();
     for (QWidget* window :
          std::initializer_list<QWidget*>{i.forms.FullScreenTimeForm.get(), i.forms.surface.get(),
                                          i.forms.StatsForm.get(), i.forms.FFTForm.get()}) {

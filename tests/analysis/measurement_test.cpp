@@ -1,5 +1,8 @@
 #include "analysis/measurement.h"
 
+#include "driver/builtin_backend.h"
+
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
@@ -70,6 +73,26 @@ TEST(CrossingSpacing, IsThePeriodOfASteadySignal) {
 
 TEST(CrossingSpacing, StaysRightWithMoreCrossingsThanItCounts) {
     EXPECT_DOUBLE_EQ(Spacing(Square(20, -50, 50)), 20); // 150 periods in the record
+}
+
+TEST(CrossingSpacing, OfEveryDemonstrationIsSteady) {
+    BuiltinBackend driver;
+    std::vector<double> samples(kSampleDepth);
+    for (int channel = 0; channel < kScopeChannels; ++channel) {
+        for (const double offset : {0.0, -19.0, -7.0, 5.0, 19.0}) {
+            double shortest = kSampleDepth;
+            double longest = 0;
+            for (int pass = 0; pass < 100; ++pass) {
+                driver.MakeSampleData(samples.data(), kSampleDepth, offset, channel, 10 * pass);
+                const double spacing =
+                    Spacing(Record([&](int i) { return samples[static_cast<std::size_t>(i)]; }));
+                shortest = std::min(shortest, spacing);
+                longest = std::max(longest, spacing);
+            }
+            EXPECT_GT(shortest, 0) << channel;
+            EXPECT_LT(longest, 1.01 * shortest) << channel << " at " << offset;
+        }
+    }
 }
 
 TEST(CrossingSpacing, NeedsTwoLikeCrossings) {

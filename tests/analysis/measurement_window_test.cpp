@@ -5,7 +5,9 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QtTest>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -15,6 +17,18 @@ class FixedScale : public ChannelScale {
     float GetVoltsPerADCStep() const override { return 0.5F; }
     float GetOffset() const override { return 0; }
     int GetRange() const override { return 0; }
+};
+
+/// Counts what is painted anew.
+class PaintCounter : public QObject {
+  public:
+    int paints = 0;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
 };
 
 class MeasurementWindowTest : public testing::Test {
@@ -86,6 +100,83 @@ TEST_F(MeasurementWindowTest, ShowsVoltsAtTheEnabledCursors) {
     EXPECT_EQ(Text("CursStats1_4"), QStringLiteral("+4.00"));
     EXPECT_EQ(Text("CursStats1_5"), QStringLiteral(" "));
     EXPECT_EQ(Text("CursStats1_6"), QStringLiteral("-3.00"));
+}
+
+TEST_F(MeasurementWindowTest, TheDriversPeriodReachesTheFrequencyAsItIs) {
+    boxes[0].setChecked(true);
+    record.VertCursorTime = {100e-6, 0.0, 0.0};
+    for (int i = 0; i < kSampleDepth; ++i) {
+        record.SampleData(1, i) = i % 100 < 50 ? 60.0F : -40.0F;
+    }
+    record.SampleData(1, 100) = 8;
+    record.Running = true;
+    instrument.script.samplePeriod.Always(1e-6F);
+    window->UpdateStats();
+    EXPECT_EQ(Text("ChStats1_5"), QStringLiteral("10.00KHz"));
+    for (const float odd : {0.0F, -1e-6F, std::numeric_limits<float>::quiet_NaN(),
+                            std::numeric_limits<float>::infinity(), -0.0F}) {
+        instrument.script.samplePeriod.Always(odd);
+        window->UpdateStats();
+        EXPECT_EQ(Text("ChStats1_5"), QStringLiteral("!")) << odd;
+        EXPECT_EQ(Text("ChStats3_5"), QStringLiteral("low signal")) << odd;
+        EXPECT_EQ(Text("CursStats1_4"), QStringLiteral("+4.00")) << "the cursor keeps the last good period";
+        instrument.script.samplePeriod.Always(1e-6F);
+        window->UpdateStats();
+        EXPECT_EQ(Text("ChStats1_5"), QStringLiteral("10.00KHz"));
+    }
+}
+
+TEST_F(MeasurementWindowTest, AModuleThatFellOutOfTheStackHasNoRow) {
+    record.ScopeInUse[1] = false;
+    record.OffsetNullMeasured[1] = 99;
+    window->SetVisible(6, false);
+    window->UpdateStats();
+    EXPECT_EQ(form.findChild<QWidget*>("ChStats1"), nullptr);
+    EXPECT_EQ(form.findChild<QWidget*>("CursStats1"), nullptr);
+    EXPECT_EQ(record.OffsetNullMeasured[1], 99.0F);
+    EXPECT_EQ(form.control<QWidget>("ChStats3")->y(), 22);
+    EXPECT_EQ(form.control<QWidget>("CursStats5")->y(), 39);
+    EXPECT_EQ(form.control<QWidget>("ChStats6")->y(), 56);
+    EXPECT_TRUE(form.control<QWidget>("ChStats6")->isHidden());
+    window->SetVisible(1, true);
+    window->UpdateStats();
+}
+
+TEST_F(MeasurementWindowTest, TheMathRowsShowTheirVoltsAndCursors) {
+    boxes[1].setChecked(true);
+    boxes[3].setChecked(true);
+    record.ChannelOffsetPercent[6] = -100;
+    record.VertCursorTime = {0.0, 50e-6, 0.0};
+    record.HorizCursorVolts = {27.0, 0.0, 0.0};
+    for (int i = 0; i < kSampleDepth; ++i) {
+        record.SampleData(6, i) = -27;
+    }
+    record.SampleData(6, 50) = 73;
+    window->UpdateStats();
+    EXPECT_EQ(Text("ChStats6_2"), QStringLiteral("0.3"));
+    EXPECT_EQ(Text("ChStats6_3"), QStringLiteral("+50.02"));
+    EXPECT_EQ(Text("ChStats6_4"), QStringLiteral("50.00"));
+    EXPECT_EQ(Text("CursStats6_1"), QStringLiteral("+77.00"));
+    EXPECT_EQ(Text("CursStats6_5"), QStringLiteral("+100.00"));
+}
+
+TEST_F(MeasurementWindowTest, AFigureThatStaysIsNotSetAgain) {
+    form.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&form));
+    window->UpdateStats();
+    QApplication::processEvents();
+    PaintCounter counter;
+    for (QLabel* label : form.findChildren<QLabel*>()) {
+        label->installEventFilter(&counter);
+    }
+    window->UpdateStats();
+    QApplication::processEvents();
+    EXPECT_EQ(counter.paints, 0);
+    for (int i = 0; i < kSampleDepth; ++i) {
+        record.SampleData(1, i) = 20;
+    }
+    window->UpdateStats();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return counter.paints > 0; }));
 }
 
 TEST_F(MeasurementWindowTest, HidesARowWithBothItsPanels) {

@@ -130,8 +130,19 @@ TEST_F(ChannelTabSettings, GarbageGivesDefaults) {
     }
 }
 
-TEST_F(ChannelTabSettings, ANullBeyondTheConverterIsNone) {
-    for (const char* text : {"1e300", "-1e38", "254.5", "inf"}) {
+TEST_F(ChannelTabSettings, ANullOfAZoomedHeldRecordComesBackAsItWasSaved) {
+    // A record held at 3 V/div and looked at in 0.03 V/div has steps of a hundred times the converter's.
+    for (const float null : {254.5F, -3127.25F, 12700.0F, -32894.0F}) {
+        record.OffsetNull(3, 1) = null;
+        tab.Form_Unload();
+        record.OffsetNull(3, 1) = 0;
+        tab.RestoreTabSettings();
+        EXPECT_EQ(record.OffsetNull(3, 1), null);
+    }
+}
+
+TEST_F(ChannelTabSettings, ANullThatNoMeasurementGivesIsNone) {
+    for (const char* text : {"1e300", "-1e38", "1000001", "inf"}) {
         rig.settings.Save("Corvantine_CalData_SN3", "OffsetNull", "Range1", text);
         tab.RestoreTabSettings();
         EXPECT_EQ(record.OffsetNull(3, 1), 0) << text;

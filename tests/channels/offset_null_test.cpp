@@ -4,6 +4,8 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
+#include <QtTest>
 #include <gtest/gtest.h>
 
 namespace {
@@ -88,6 +90,45 @@ TEST_F(OffsetNullTest, CancelClearsAndDoneHides) {
     form.show();
     dialog->DoneNullButton_Click();
     EXPECT_FALSE(form.isVisible());
+}
+
+TEST_F(OffsetNullTest, ThePressOnItsValueIsThatOnTheDialog) {
+    auto* value = form.control<QLineEdit>("CurrentNullText");
+    form.show();
+    std::vector<Qt::MouseButton> presses;
+    QObject::connect(&form, &Form::Pressed, [&](Qt::MouseButton button) { presses.push_back(button); });
+    QTest::mousePress(value, Qt::LeftButton, {}, QPoint(40, 10));
+    QTest::mouseMove(value, QPoint(120, 12));
+    QTest::mouseRelease(value, Qt::LeftButton, {}, QPoint(120, 12));
+    EXPECT_EQ(presses, std::vector{Qt::LeftButton});
+    EXPECT_FALSE(value->hasSelectedText());
+    QTest::mousePress(form.control<QLabel>("InstructionsLabel"), Qt::LeftButton, {}, QPoint(40, 10));
+    EXPECT_EQ(presses.size(), 2U);
+}
+
+TEST_F(OffsetNullTest, ADragOfItsValueMovesTheDialog) {
+    auto* value = form.control<QLineEdit>("CurrentNullText");
+    form.move(50, 60);
+    form.show();
+    const auto send = [&](QEvent::Type type, QPoint at) {
+        const QPointF global = at;
+        QMouseEvent event(type, QPointF(value->mapFromGlobal(at)), global, Qt::LeftButton, Qt::LeftButton,
+                          {});
+        QApplication::sendEvent(value, &event);
+    };
+    const QPoint from = value->mapToGlobal(QPoint(40, 10));
+    send(QEvent::MouseButtonPress, from);
+    send(QEvent::MouseMove, from + QPoint(30, 20));
+    send(QEvent::MouseMove, from + QPoint(35, 25));
+    send(QEvent::MouseButtonRelease, from + QPoint(35, 25));
+    EXPECT_EQ(form.pos(), QPoint(85, 85));
+}
+
+TEST_F(OffsetNullTest, ShowsItself) {
+    dialog->Show();
+    EXPECT_TRUE(form.isVisible());
+    dialog->Show();
+    EXPECT_TRUE(form.isVisible());
 }
 
 TEST_F(OffsetNullTest, ARangeThatNoModuleHasStaysInsideTheTable) {

@@ -122,8 +122,21 @@ TEST_F(BuiltinDriver, DemonstrationStaysOnScreenAndAroundTheOffset) {
     }
 }
 
+TEST_F(BuiltinDriver, AnOffsetOfFifteenPercentClipsNoDemonstration) {
+    const double fifteenPercent = 0.15 * kStepsPerHalfScreen;
+    for (int ch = 1; ch <= kScopeChannels; ++ch) {
+        for (const double offset : {-fifteenPercent, fifteenPercent}) {
+            for (int pass = 0; pass < 200; ++pass) {
+                const auto samples = Demo(ch, 10 * pass, offset);
+                ASSERT_LT(*std::max_element(samples.begin(), samples.end()), 127) << ch;
+                ASSERT_GT(*std::min_element(samples.begin(), samples.end()), -127) << ch;
+            }
+        }
+    }
+}
+
 TEST_F(BuiltinDriver, DemonstrationLiesOnItsLevels) {
-    constexpr double kLevels[] = {94.5, 31.5, -31.5, -94.5};
+    constexpr double kLevels[] = {82, 28, -27, -82};
     for (int ch = 1; ch <= kScopeChannels; ++ch) {
         for (const int phase : {0, 10, 1230}) {
             const auto trace = Demo(ch, phase);

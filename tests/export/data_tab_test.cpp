@@ -80,10 +80,10 @@ class DataTabTest : public testing::Test {
         record, instrument.driver, DataTab::Controls::Of(data, math), scales.all,
         DataTab::Calls{
             .AskForFile =
-                [this](const QString& from) {
+                [this](const QString& from, const DataTab::Calls::Answer& then) {
                     asked.push_back(from);
                     whileAsking();
-                    return answer;
+                    then(answer);
                 },
             .ShowFailure = [this](const QString& text) { shown.push_back(text); },
             .Stamp =

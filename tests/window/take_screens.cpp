@@ -11,9 +11,12 @@
 #include "frame/start_up.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QListWidget>
 #include <QPixmap>
+#include <QRadioButton>
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QThread>
@@ -71,6 +74,43 @@ void TakePanels(Instrument& instrument, const Photographer& photographer) {
     }
 }
 
+/// All six spectra in both plots, in the window's own size and in others, and the rows of the math channels.
+void TakeSpectra(Instrument& instrument, const Photographer& photographer) {
+    const Forms& forms = instrument.forms;
+    const Form& math = *forms.TabForm[kMathTab];
+    for (int number : {1, 2}) {
+        math.control<QComboBox>(number == 1 ? "Math1Combo" : "Math2Combo", 2)->setCurrentIndex(number);
+        math.control<QCheckBox>("MathChannelEn", number)->setChecked(true);
+        instrument.mathTab->MathChannelEn_Click(number);
+        instrument.mathTab->FFTButton_Click(number - 1);
+    }
+    for (auto& tab : instrument.channelTabs) {
+        tab->FFTButton_Click();
+        tab->BWLimitButton_Click();
+    }
+    for (int cursor = 0; cursor < Record::kCursors; ++cursor) {
+        forms.TabForm[kCursTab]->control<QCheckBox>("VertCursorEn", cursor)->setChecked(true);
+        forms.TabForm[kCursTab]->control<QCheckBox>("HorizCursorEn", cursor)->setChecked(true);
+    }
+    photographer.Take(QStringLiteral("measurements_math"), {forms.StatsForm.get()});
+    const QSize own = forms.FFTForm->size();
+    for (const QSize size : {own, QSize(520, 260), QSize(960, 540)}) {
+        for (int option : {0, 1}) {
+            math.control<QRadioButton>("FFTPlotType", option)->setChecked(true);
+            forms.FFTForm->resize(size);
+            forms.FFTForm->raise();
+            photographer.Take(
+                QStringLiteral("spectrum_%1_%2").arg(size.width()).arg(option == 0 ? "dB" : "V"),
+                {forms.FFTForm.get()});
+        }
+    }
+    for (auto& tab : instrument.channelTabs) {
+        tab->FFTButton_Click();
+    }
+    instrument.mathTab->FFTButton_Click(0);
+    instrument.mathTab->FFTButton_Click(1);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -111,11 +151,7 @@ int main(int argc, char** argv) {
     photographer.Take(QStringLiteral("offset_null"), {forms.OffsetNullForm.get()});
     forms.OffsetNullForm->hide();
     photographer.Take(QStringLiteral("measurements"), {forms.StatsForm.get()});
-    record.ChannelFFT = {true, true, true, true, false, false};
-    instrument.plotter->PlotNow();
-    forms.FFTForm->show();
-    photographer.Take(QStringLiteral("spectrum"), {forms.FFTForm.get()});
-    forms.FFTForm->hide();
+    TakeSpectra(instrument, photographer);
     forms.SplashForm->show();
     photographer.Take(QStringLiteral("splash"), {forms.SplashForm.get()});
     ShutDown(instrument);

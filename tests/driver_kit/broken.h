@@ -1,0 +1,33 @@
+/* From here on the operations are those of the broken driver. */
+#undef CorvantineDrvr_OpenDrvr
+#undef CorvantineDrvr_GetSampleDepth
+#undef CorvantineDrvr_DrvrIssue
+#undef CorvantineDrvr_Enumerate
+#undef CorvantineDrvr_GetProductName
+#undef CorvantineDrvr_GetSerialNumber
+#undef CorvantineDrvr_GetHWRev
+#undef CorvantineDrvr_GetPortNumber
+#undef CorvantineDrvr_OpenAndReset
+#undef CorvantineDrvr_GetDetectLine
+#undef CorvantineDrvr_Close
+#undef CorvantineDrvr_GetOffsetDACScale
+#undef CorvantineDrvr_SetUpFrontEnd
+#undef CorvantineDrvr_SetOffset
+#undef CorvantineDrvr_SetBaseAdcClk
+#undef CorvantineDrvr_SetDecimationRatio
+#undef CorvantineDrvr_SetTrigThresh
+#undef CorvantineDrvr_SetTrigType
+#undef CorvantineDrvr_SetNormTrig
+#undef CorvantineDrvr_AcquisitionEnd
+#undef CorvantineDrvr_GetAcquistionState
+#undef CorvantineDrvr_GetTriggeredStatus
+#undef CorvantineDrvr_GetSamplesSinceTrigger
+#undef CorvantineDrvr_GetBufferBlocksMultiChan
+#undef CorvantineDrvr_GetBufferIncremental
+#undef CorvantineDrvr_GetBufferRIS
+#undef CorvantineDrvr_GetSamplePeriod
+#undef CorvantineDrvr_ReScaleSampleData
+#undef CorvantineDrvr_MakeSampleData
+#undef CorvantineDrvr_FFT
+#undef CorvantineDrvr_PortOpen
+#define EXPORT CORVANTINE_DRIVER_EXPORT
