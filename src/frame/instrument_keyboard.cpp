@@ -3,7 +3,7 @@
 #include "frame/shut_down.h"
 
 #include <QApplication>
-#include <algorithm>
+#include <QClipboard>
 
 // What the keys do, which is what presses of their buttons do.
 
@@ -32,8 +32,10 @@ void Instrument::ConnectKeyboard() {
                                     largeTimeShot->ClipboardButton_Click();
                                 } else if (front == forms.FFTForm.get()) {
                                     spectrumShot->ClipboardButton_Click();
+                                } else if (front == nullptr || front == forms.surface.get()) {
+                                    QGuiApplication::clipboard()->setImage(forms.surface->Shot());
                                 } else {
-                                    CaptureWindowToClipboard(front != nullptr ? *front : *forms.surface);
+                                    CaptureWindowToClipboard(*front);
                                 }
                             },
                         .UsersGuideButton_Click = [this] { shell->UsersGuideButton_Click(); },

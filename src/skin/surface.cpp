@@ -8,6 +8,7 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QPainter>
 #include <QWindow>
 
 namespace {
@@ -105,6 +106,23 @@ void Surface::BringPanelUp(QWidget& panel) {
 
 void Surface::SendPanelToBack(QWidget& panel) {
     panel.lower();
+}
+
+QImage Surface::Shot() {
+    const double ratio = devicePixelRatioF();
+    QImage picture((QSizeF(size()) * ratio).toSize(), QImage::Format_RGB32);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    for (QObject* child : children()) {
+        auto* part = qobject_cast<QWidget*>(child);
+        if (part != nullptr && !part->isWindow() && part->isVisible()) {
+            part->render(&painter, part->pos());
+        }
+    }
+    painter.end();
+    picture.setDevicePixelRatio(1); // whoever takes it counts its pixels
+    return picture;
 }
 
 bool Surface::InReach(const QWidget& control) const {

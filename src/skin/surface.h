@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QPoint>
 #include <QPointer>
 #include <QRegion>
@@ -45,6 +46,9 @@ class Surface : public QWidget {
     void OutlineChanged();
     /// The outline as of now, in the surface's pixels.
     QRegion Outline() const;
+
+    /// The face and the panels as they show, in the pixels of the screen, on white.
+    QImage Shot();
 
   signals:
     void CloseRequested(); ///< by the window manager; the window stays until somebody closes it
