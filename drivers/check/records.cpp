@@ -10,7 +10,8 @@ namespace check {
 
 namespace {
 
-constexpr double kSlowestRead = 0.05; ///< seconds; the program reads up to a hundred times a second
+constexpr double kSlowestSetting = 0.05; ///< seconds; settings follow a knob
+constexpr double kSlowestRead = 0.05;    ///< seconds; the program reads up to a hundred times a second
 
 /// What the read-out of a record has to be, for each module.
 void ExpectSamples(const Subject& subject, const Session& session, Guarded<float>& blocks) {
@@ -70,6 +71,38 @@ void CheckBlocks(const Subject& subject, int modules) {
         "asked for one block of channel %d: its 512 samples are not there, or others are", ch);
 }
 
+void CheckSettingTimes(const Subject& subject) {
+    const Driver& driver = subject.driver;
+    const auto isQuick = [&](const auto& setting) {
+        const auto index = static_cast<std::size_t>(setting.Index());
+        const double median = subject.findings.Table().timings[index].Median();
+        subject.findings.That(median <= kSlowestSetting, "settings take some milliseconds",
+                              "half of the calls of %s took more than %.0f ms", setting.Name(), median * 1e3);
+    };
+    isQuick(driver.SetUpFrontEnd);
+    isQuick(driver.SetOffset);
+    isQuick(driver.SetBaseAdcClk);
+    isQuick(driver.SetDecimationRatio);
+    isQuick(driver.SetRISMode);
+    isQuick(driver.SetTriggerDelay);
+    isQuick(driver.SetTrigThresh);
+    isQuick(driver.SetTrigType);
+    isQuick(driver.SetNormTrig);
+    isQuick(driver.SetPreTrigDepth);
+}
+
+/// How many samples a record says that it has, once it is complete.
+void CheckLength(const Subject& subject, const Session& session) {
+    session.Timebase(10, 10, false);
+    session.Start();
+    const bool complete = WaitFor(subject.patience, [&] { return !session.Runs(); });
+    const int count = subject.driver.GetSamplesSinceTrigger(1);
+    session.End();
+    subject.findings.That(!complete || (count >= kDepth && count <= CORVANTINE_ROW),
+                          "a complete record counts 3000 samples", "GetSamplesSinceTrigger returned %d",
+                          count);
+}
+
 /// A record long enough to be looked at while it runs.
 void CheckSlowRecord(const Subject& subject, const Session& session) {
     session.Timebase(10, 4000, false); // 1.2 s
@@ -117,6 +150,8 @@ void CheckRecords(const Subject& subject) {
     const double median = subject.findings.Table().timings[index].Median();
     subject.findings.That(median <= kSlowestRead, "a read-out of all channels takes some milliseconds",
                           "half of them took more than %.0f ms", median * 1e3);
+    CheckSettingTimes(subject);
+    CheckLength(subject, session);
     CheckSlowRecord(subject, session);
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace check {
 
@@ -48,7 +49,7 @@ void CheckRIS(const Subject& subject) {
     });
     session.Flatten();
     session.SetTrigger(true, 1, -50); // fires at once
-    int valid = 0;
+    std::array<int, kSlots> valid{};
     float lowest = 20;
     float highest = 0;
     for (int i = 0; i < kPasses; ++i) {
@@ -66,7 +67,7 @@ void CheckRIS(const Subject& subject) {
             if (!isValid) {
                 return;
             }
-            ++valid;
+            ++valid[static_cast<std::size_t>(ch - 1)];
             const float position = pass.position[0];
             findings.That(!pass.position.IsUntouched(0, 1) && position >= 0 && position <= 20,
                           "the position of a valid pass lies in 0..20", "channel %d: it is %g", ch,
@@ -83,10 +84,16 @@ void CheckRIS(const Subject& subject) {
         });
     }
     const char* spread = "positions differ from pass to pass and cover the gap of 20 ns";
-    if (valid == 0) {
+    const int passes = std::accumulate(valid.begin(), valid.end(), 0);
+    session.ForEach([&](int ch) {
+        findings.That(passes == 0 || valid[static_cast<std::size_t>(ch - 1)] > 0,
+                      "either every module interleaves or none does",
+                      "channel %d: %d passes, and none of them valid", ch, kPasses);
+    });
+    if (passes == 0) {
         findings.Skip(spread, "every pass was told to be invalid: no interleaving");
     } else {
-        findings.That(highest - lowest >= 10, spread, "%d passes lay between %g and %g", valid,
+        findings.That(highest - lowest >= 10, spread, "%d passes lay between %g and %g", passes,
                       static_cast<double>(lowest), static_cast<double>(highest));
     }
 }

@@ -334,8 +334,11 @@ void KnobControl1::resizeEvent(QResizeEvent*) {
     LayOut();
 }
 
-void KnobControl1::showEvent(QShowEvent*) {
-    LayOut();
+void KnobControl1::showEvent(QShowEvent* event) {
+    // A window that comes back from the task bar changes no value, so it says nothing to the owner either.
+    if (!event->spontaneous()) {
+        LayOut();
+    }
 }
 
 void KnobControl1::mousePressEvent(QMouseEvent* event) {

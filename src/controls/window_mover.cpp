@@ -6,6 +6,7 @@
 #include <QStyleHints>
 #include <QWidget>
 #include <QWindow>
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -69,7 +70,7 @@ void WindowMover::Press(const QMouseEvent& event) {
         const QWidget& window = *grip_.window();
         state_ = State::Pressed;
         pressed_ = event.globalPosition().toPoint();
-        hold_ = ToDevice(pressed_, ScreenAt(pressed_, window)) - ToDevice(window.pos(), *window.screen());
+        hold_ = ToLogical(ToDevice(pressed_, ScreenAt(pressed_, window)), *window.screen()) - window.pos();
     }
 }
 
@@ -91,6 +92,19 @@ void WindowMover::Move(const QMouseEvent& event) {
 
 void WindowMover::Follow(QPoint pointer) {
     QWidget& window = *grip_.window();
-    const QPoint place = ToDevice(pointer, ScreenAt(pointer, window)) - hold_;
-    window.move(ToLogical(place, *window.screen()));
+    const QPoint device = ToDevice(pointer, ScreenAt(pointer, window));
+    const auto placeOn = [&](const QScreen& screen) { return ToLogical(device, screen) - hold_; };
+    const auto belongsTo = [&](const QScreen& screen) {
+        return screen.geometry().contains(QRect(placeOn(screen), window.size()).center());
+    };
+    // A window belongs to the screen that has its middle, and its place is told in the pixels of that one.
+    // The present screen is asked first, so that the window changes it once on its way and not to and fro.
+    const QScreen* home = window.screen();
+    if (!belongsTo(*home)) {
+        const auto screens = QGuiApplication::screens();
+        const auto other = std::find_if(screens.begin(), screens.end(),
+                                        [&](const QScreen* screen) { return belongsTo(*screen); });
+        home = other == screens.end() ? home : *other;
+    }
+    window.move(placeOn(*home));
 }

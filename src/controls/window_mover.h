@@ -36,5 +36,5 @@ class WindowMover : public QObject {
     SystemMove systemMove_;
     State state_ = State::Idle;
     QPoint pressed_; ///< of the pointer on the screen
-    QPoint hold_;    ///< from the window's place to the pointer, in device pixels
+    QPoint hold_;    ///< from the window's place to the pointer
 };

@@ -28,6 +28,8 @@ std::unique_ptr<Form> Satellite(const FormDesign& design, QWidget* owner) {
     auto form = std::make_unique<Form>(design, owner, kPlotCanvas);
     form->setWindowFlags(owner != nullptr ? Qt::Tool | Qt::FramelessWindowHint
                                           : Qt::Window | Qt::FramelessWindowHint);
+    // It comes beside the panel or behind it: the keys stay with the panel.
+    form->setAttribute(Qt::WA_ShowWithoutActivating);
     return form;
 }
 

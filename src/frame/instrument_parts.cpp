@@ -2,7 +2,6 @@
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
-#include "controls/window_mover.h"
 #include "display/plot_canvas.h"
 #include "export/save_dialog.h"
 #include "frame/helpers.h"
@@ -28,6 +27,15 @@ namespace {
 WindowPlace PlaceOf(Form& form) {
     return {.place = [&form] { return form.geometry(); },
             .put = [&form](const QRect& place) { form.setGeometry(place); }};
+}
+
+ScreenPlaces PresentScreens() {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    ScreenPlaces places{.all = {}, .primary = primary->geometry(), .available = primary->availableGeometry()};
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        places.all.push_back(screen->geometry());
+    }
+    return places;
 }
 
 /// The main form's place is that of the face: the surface reaches further, to where the panels come out.
@@ -135,7 +143,7 @@ void Instrument::ConnectPlotWindows() {
         Scales(),
         SpectrumWindow::Calls{.PlotNow = [this] { plotter->PlotNow(); },
                               .MakeDataStamp = [this] { return DataStamp(); },
-                              .MainMinimised = [this] { return forms.surface->isMinimized(); }});
+                              .MainMinimised = [this] { return tabPanels->Parked(); }});
     plotter->SetSpectrumPlot(spectrum->Plot());
 
     largeTimeShot = std::make_unique<ClipboardShot>(
@@ -295,10 +303,11 @@ void Instrument::ConnectFace() {
     windows.StatsForm = forms.StatsForm.get();
     windows.FFTForm = forms.FFTForm.get();
     windows.FullScreenTimeForm = forms.FullScreenTimeForm.get();
+    windows.OffsetNullForm = forms.OffsetNullForm.get();
     tabPanels = std::make_unique<TabPanels>(
         record, windows,
         TabPanels::Calls{
-            .mainMinimised = [this] { return forms.surface->isMinimized(); },
+            .mainMinimised = [this] { return forms.surface->IsMinimised(); },
             .bringMainToFront = [this] { forms.surface->BringFaceToFront(); },
             .bringPanelUp = [this](QWidget& panel) { forms.surface->BringPanelUp(panel); },
             .sendPanelToBack = [this](QWidget& panel) { forms.surface->SendPanelToBack(panel); }});
@@ -346,7 +355,7 @@ void Instrument::ConnectSettings() {
                                .StatsForm = PlaceOf(*forms.StatsForm),
                                .FullScreenTimeForm = PlaceOf(*forms.FullScreenTimeForm),
                                .MainForm = PlaceOf(*forms.surface, main)},
-        ScopeSettings::Calls{.Screen = [] { return QGuiApplication::primaryScreen()->size(); },
+        ScopeSettings::Calls{.Screens = PresentScreens,
                              .SkinIndex = [this] { return skins->SkinIndex; },
                              .SetSkinIndex = [this](int index) { skins->SkinIndex = index; },
                              .SetControlColorsToMatchSkin = [this] { skins->SetControlColorsToMatchSkin(); },

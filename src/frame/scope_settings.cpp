@@ -23,17 +23,11 @@ int Pixels(double value, double least, double most, double fallback) {
 
 } // namespace
 
-QPoint BroughtOnScreen(const QRect& window, QSize screen) {
-    const auto edge = [](int at, int size, int room) { return at < 0 || at > room - size ? 0 : at; };
-    return {edge(window.left(), window.width(), screen.width()),
-            edge(window.top(), window.height(), screen.height())};
-}
-
 /// The main form's section, and how the place of a window is read from it and written to it.
 class ScopeSettings::Section {
   public:
-    Section(SettingsStore& settings, const QString& suffix, QSize screen)
-        : settings_(settings), name_(ScopeSection(suffix)), screen_(screen) {}
+    Section(SettingsStore& settings, const QString& suffix)
+        : settings_(settings), name_(ScopeSection(suffix)) {}
 
     std::int32_t Integer(const QString& key, std::int32_t fallback) {
         return settings_.GetInteger(SettingsApplication(), name_, key, fallback);
@@ -58,11 +52,6 @@ class ScopeSettings::Section {
         place.setWidth(Size(window + QStringLiteral("Width"), size.width()));
         return place;
     }
-    void PutOnScreen(const WindowPlace& window, QRect place) {
-        place.moveTopLeft(BroughtOnScreen(place, screen_));
-        window.put(place);
-    }
-
     void SaveEdges(const QString& window, const QRect& place) {
         Save(window + QStringLiteral("Left"), QString::number(place.left()));
         Save(window + QStringLiteral("Top"), QString::number(place.top()));
@@ -84,35 +73,36 @@ class ScopeSettings::Section {
 
     SettingsStore& settings_;
     QString name_;
-    QSize screen_;
 };
 
 ScopeSettings::ScopeSettings(Record& record, SettingsStore& settings, Windows windows, Calls calls)
     : record_(record), settings_(settings), windows_(std::move(windows)), calls_(std::move(calls)) {}
 
 void ScopeSettings::RestoreScopeSettings() {
-    const QSize screen = calls_.Screen();
-    Section section(settings_, record_.SettingsSuffix, screen);
+    const ScreenPlaces screens = calls_.Screens();
+    Section section(settings_, record_.SettingsSuffix);
+    const auto putOnScreen = [&screens](const WindowPlace& window, QRect place) {
+        place.moveTopLeft(BroughtOnScreens(place, screens));
+        window.put(place);
+    };
     RestoreSkin(section);
     if (calls_.Closing && calls_.Closing()) {
         return;
     }
 
     const QRect fft = windows_.FFTForm.place();
-    section.PutOnScreen(windows_.FFTForm, section.Place(QStringLiteral("FFTWindow"), fft, fft.size()));
+    putOnScreen(windows_.FFTForm, section.Place(QStringLiteral("FFTWindow"), fft, fft.size()));
     for (int pass = 0; pass < 2; ++pass) {
-        section.PutOnScreen(windows_.StatsForm,
-                            section.Edges(QStringLiteral("StatsWindow"), windows_.StatsForm.place()));
+        putOnScreen(windows_.StatsForm,
+                    section.Edges(QStringLiteral("StatsWindow"), windows_.StatsForm.place()));
     }
-    section.PutOnScreen(windows_.FullScreenTimeForm,
-                        section.Place(QStringLiteral("FullScreenTimeWindow"),
-                                      windows_.FullScreenTimeForm.place(),
-                                      QSizeF(screen.width(), kFullScreenHeight * screen.height())));
+    putOnScreen(windows_.FullScreenTimeForm,
+                section.Place(QStringLiteral("FullScreenTimeWindow"), windows_.FullScreenTimeForm.place(),
+                              QSizeF(screens.primary.width(), kFullScreenHeight * screens.primary.height())));
 
     RestoreSampleDots(section);
     RestoreFullScreenOn(section);
-    section.PutOnScreen(windows_.MainForm,
-                        section.Edges(QStringLiteral("MainWindow"), windows_.MainForm.place()));
+    putOnScreen(windows_.MainForm, section.Edges(QStringLiteral("MainWindow"), windows_.MainForm.place()));
     calls_.RestoreAcquisition();
 }
 
@@ -134,7 +124,7 @@ void ScopeSettings::RestoreFullScreenOn(Section& section) {
 }
 
 void ScopeSettings::SaveScopeSettings() {
-    Section section(settings_, record_.SettingsSuffix, calls_.Screen());
+    Section section(settings_, record_.SettingsSuffix);
     section.Save(QStringLiteral("SkinColour"), QString::number(calls_.SkinIndex()));
     calls_.SaveAcquisition();
     section.Save(QStringLiteral("SampleDots"), BooleanText(record_.SampleDots));

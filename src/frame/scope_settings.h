@@ -18,7 +18,7 @@ class ScopeSettings {
         WindowPlace MainForm;
     };
     struct Calls {
-        std::function<QSize()> Screen; ///< logical pixels
+        std::function<ScreenPlaces()> Screens;
         std::function<int()> SkinIndex;
         std::function<void(int index)> SetSkinIndex;
         std::function<void()> SetControlColorsToMatchSkin;

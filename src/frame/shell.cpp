@@ -29,6 +29,12 @@ void Shell::Connect() {
             [this] { calls_.Close(); });
     connect(forms_.surface.get(), &Surface::CloseRequested, this, [this] { calls_.Close(); });
     connect(forms_.surface.get(), &Surface::Activated, this, &Shell::Form_Activate);
+    connect(forms_.surface.get(), &Surface::Minimised, this, &Shell::Minimised);
+    connect(forms_.MainForm, &Form::Resized, this, [this] { forms_.FullScreenTimeForm->lower(); });
+    for (Form* window : {forms_.StatsForm.get(), forms_.FFTForm.get(), forms_.FullScreenTimeForm.get(),
+                         forms_.OffsetNullForm.get()}) {
+        window->installEventFilter(this);
+    }
     connect(main.timer("IDTimer"), &QTimer::timeout, this, &Shell::IDTimer_Timer);
 
     Picture* face = main.control<Picture>("Image1");
@@ -46,9 +52,35 @@ void Shell::Form_Activate() {
     forms_.FullScreenTimeForm->lower();
 }
 
+bool Shell::eventFilter(QObject* watched, QEvent* event) {
+    // A window that is no longer in view, as at the end of the program, may go.
+    if (event->type() != QEvent::Close || !static_cast<QWidget*>(watched)->isVisible()) {
+        return false;
+    }
+    event->ignore();
+    AskedToClose(watched);
+    return true;
+}
+
+// The window manager closes a window as the window's own button does; one without such a button stays.
+void Shell::AskedToClose(const QObject* window) {
+    if (window == forms_.FullScreenTimeForm.get()) {
+        FullScreenButton_Click();
+    } else if (window == forms_.OffsetNullForm.get()) {
+        emit forms_.OffsetNullForm->control<ButtonControl1>("DoneNullButton")->Click();
+    }
+}
+
 void Shell::Minimise(bool largeTimeToo) {
     panels_.ParkWindows(largeTimeToo);
-    forms_.surface->showMinimized();
+    forms_.surface->Minimise();
+}
+
+// Also by the window manager, which knows nothing of the windows beside the panel.
+void Shell::Minimised() {
+    if (!panels_.Parked()) {
+        panels_.ParkWindows(true);
+    }
 }
 
 void Shell::MinimiseButton_Click() {

@@ -37,7 +37,12 @@ class Shell : public QObject {
 
     bool FullScreenOn = false;
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
+    void Minimised();
+    void AskedToClose(const QObject* window);
     void Minimise(bool largeTimeToo);
 
     Record& record_;

@@ -7,7 +7,7 @@
 #include "skin/instrument_icon.h"
 
 #include <QCloseEvent>
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QWindow>
 
@@ -89,6 +89,11 @@ void Surface::ConfirmPlace() {
     if (asked_ && *asked_ != pos()) {
         move(*asked_);
     }
+}
+
+void Surface::Minimise() {
+    away_ = true;
+    showMinimized();
 }
 
 void Surface::BringFaceToFront() {
@@ -243,7 +248,15 @@ bool Surface::eventFilter(QObject* watched, QEvent* event) {
 
 void Surface::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) {
+        if (isMinimized()) {
+            emit Minimised();
+        } else if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+            away_ = false;
+        }
+    }
     if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+        away_ = false;
         emit Activated();
     }
 }
@@ -259,6 +272,12 @@ void Surface::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
         if (!drawn_) {
             windowHandle()->installEventFilter(this);
+            // The window system keeps the outline in its own pixels.
+            connect(windowHandle(), &QWindow::screenChanged, this, [this] {
+                shaped_ = false;
+                clearMask(); // the same mask once more would not be passed on
+                OutlineChanged();
+            });
         }
         raise();
         activateWindow();

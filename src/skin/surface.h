@@ -35,6 +35,11 @@ class Surface : public QWidget {
     int Top() const;
     void MoveTo(int left, int top);
 
+    void Minimise();
+    /// Also where the window system minimises a window without telling, as on Wayland: there until the window
+    /// is the active one again.
+    bool IsMinimised() const { return isMinimized() || away_; }
+
     /// The face in front of every panel and the window in front of the others.
     void BringFaceToFront();
     /// The panel in front of the other panels, still behind the face.
@@ -53,6 +58,7 @@ class Surface : public QWidget {
   signals:
     void CloseRequested(); ///< by the window manager; the window stays until somebody closes it
     void Activated();
+    void Minimised(); ///< by Minimise or by the window manager
 
   protected:
     /// Tab passes by what is covered: by the face, as a closed panel is, or by another panel.
@@ -76,5 +82,6 @@ class Surface : public QWidget {
     bool outlinePending_ = false;
     bool shaped_ = false;
     bool drawn_ = false;
+    bool away_ = false;           ///< minimised, as far as anybody can tell
     std::optional<QPoint> asked_; ///< place of the window, before its first drawing
 };

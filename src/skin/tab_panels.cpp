@@ -32,9 +32,7 @@ void TabPanels::TabTimer_Timer() {
     }
     const QScopedValueRollback<bool> busy(TabTimerBusy, true);
     if (!calls_.mainMinimised()) {
-        BringBack(MinimisedStats, windows_.StatsForm);
-        BringBack(MinimisedFFT, windows_.FFTForm);
-        BringBack(MinimisedTime, windows_.FullScreenTimeForm);
+        BringWindowsBack();
     }
     const QWidget& anchor = *windows_.TabSliderAnchorImage;
     const QPoint closed = windows_.main->pos() + anchor.mapTo(windows_.main, QPoint(0, 0));
@@ -73,9 +71,12 @@ void TabPanels::ParkWindows(bool largeTimeToo) {
     if (largeTimeToo) {
         Park(MinimisedTime, windows_.FullScreenTimeForm);
     }
+    if (windows_.OffsetNullForm != nullptr) {
+        Park(MinimisedNull, windows_.OffsetNullForm);
+    }
 }
 
-void TabPanels::Park(Parked& parked, QWidget* window) {
+void TabPanels::Park(ParkedWindow& parked, QWidget* window) {
     // A second minimise before the window is back must not remember it as gone.
     if (!parked.pending) {
         parked = {true, window->x(), window->isVisible()};
@@ -83,13 +84,33 @@ void TabPanels::Park(Parked& parked, QWidget* window) {
     window->hide();
 }
 
-void TabPanels::BringBack(Parked& parked, QWidget* window) {
+void TabPanels::BringBack(ParkedWindow& parked, QWidget* window) {
     if (!parked.pending) {
         return;
     }
     parked.pending = false;
+    // A window manager may have minimised it together with main; shown so, it would take main along.
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     window->move(parked.left, window->y());
     if (parked.visible) {
         window->show();
+    }
+}
+
+void TabPanels::BringWindowsBack() {
+    if (MinimisedFFT.pending) {
+        BringBack(MinimisedFFT, windows_.FFTForm);
+        windows_.FFTForm->lower();
+    }
+    if (MinimisedTime.pending) {
+        BringBack(MinimisedTime, windows_.FullScreenTimeForm);
+        windows_.FullScreenTimeForm->lower();
+    }
+    if (windows_.OffsetNullForm != nullptr) {
+        BringBack(MinimisedNull, windows_.OffsetNullForm);
+    }
+    if (MinimisedStats.pending) {
+        BringBack(MinimisedStats, windows_.StatsForm);
+        SetDefaultLayering();
     }
 }

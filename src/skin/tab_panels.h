@@ -27,6 +27,7 @@ class TabPanels : public QObject {
         QWidget* StatsForm = nullptr;
         QWidget* FFTForm = nullptr;
         QWidget* FullScreenTimeForm = nullptr;
+        QWidget* OffsetNullForm = nullptr; ///< may be absent
     };
     struct Calls {
         std::function<bool()> mainMinimised;
@@ -36,7 +37,7 @@ class TabPanels : public QObject {
     };
 
     /// A window that a minimise has put away, and the left edge that it comes back to.
-    struct Parked {
+    struct ParkedWindow {
         bool pending = false;
         int left = 0;
         bool visible = false;
@@ -52,16 +53,19 @@ class TabPanels : public QObject {
     /// The measurement window in front.
     void SetDefaultLayering();
 
-    /// Puts the measurement and spectrum windows, and with them perhaps the large time window, out of sight
-    /// until main is no longer minimised. Their left edges are remembered.
+    /// Puts the windows beside the panel, and with them perhaps the large time window, out of sight until
+    /// main is no longer minimised. Their left edges are remembered.
     void ParkWindows(bool largeTimeToo);
+    /// They are out of sight; what shows itself meanwhile would come too early.
+    bool Parked() const { return MinimisedStats.pending; }
 
     bool TabTimerBusy = false;
-    Parked MinimisedStats, MinimisedFFT, MinimisedTime;
+    ParkedWindow MinimisedStats, MinimisedFFT, MinimisedTime, MinimisedNull;
 
   private:
-    void Park(Parked& parked, QWidget* window);
-    void BringBack(Parked& parked, QWidget* window);
+    static void Park(ParkedWindow& parked, QWidget* window);
+    static void BringBack(ParkedWindow& parked, QWidget* window);
+    void BringWindowsBack();
 
     Record& record_;
     Windows windows_;

@@ -173,6 +173,9 @@ EXPORT void CorvantineDrvr_SetDecimationRatio(int32_t ch, int32_t ratio) {
     }
 }
 EXPORT void CorvantineDrvr_SetTrigThresh(int32_t ch, float percent) {
+    if (has("slow setting")) {
+        pause_for(80);
+    }
     Sound_SetTrigThresh(ch, has("threshold upside down")      ? -percent
                             : has("threshold without offset") ? percent + offset_percent
                                                               : percent);
@@ -211,10 +214,11 @@ EXPORT int32_t CorvantineDrvr_GetTriggeredStatus(int32_t ch) {
 EXPORT int32_t CorvantineDrvr_GetSamplesSinceTrigger(int32_t ch) {
     const int32_t count = Sound_GetSamplesSinceTrigger(ch);
     ++counts_asked;
-    return has("count stands still") ? 5
-           : has("count falls")      ? (counts_asked % 4 == 0 ? count / 2 : count)
-           : has("twice as fast")    ? 2 * count
-                                     : count;
+    return has("counts half")          ? count / 2
+           : has("count stands still") ? 5
+           : has("count falls")        ? (counts_asked % 4 == 0 ? count / 2 : count)
+           : has("twice as fast")      ? 2 * count
+                                       : count;
 }
 EXPORT void CorvantineDrvr_GetBufferBlocksMultiChan(int32_t first, int32_t last, float* blocks,
                                                     int32_t count) {

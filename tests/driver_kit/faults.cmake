@@ -43,6 +43,8 @@ set(CORVANTINE_FAULTS
   "offset ignored|records|an offset of 1 percent moves the trace 1.27 steps up"
   "offset upside down|records|an offset of 1 percent moves the trace 1.27 steps up"
   "offset in steps|records|an offset of 1 percent moves the trace 1.27 steps up"
+  "counts half|records|a complete record counts 3000 samples"
+  "slow setting|records|settings take some milliseconds"
   "hangs in AcquisitionEnd|records|${RETURNS}"
   "exits in Close|records|${RETURNS}"
   "never waits|trigger|trigger type 1 fires when the signal is greater than the threshold"

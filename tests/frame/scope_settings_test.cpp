@@ -37,7 +37,7 @@ QString Text(const QRect& r) {
 
 class ScopeSettingsTest : public testing::Test {
   protected:
-    static constexpr QSize kScreen{1920, 1080};
+    static constexpr QRect kScreen{0, 0, 1920, 1080};
 
     WindowPlace window(const char* name, QRect& place) {
         return {[&place] { return place; },
@@ -51,7 +51,7 @@ class ScopeSettingsTest : public testing::Test {
     }
     ScopeSettings make() {
         ScopeSettings::Calls calls;
-        calls.Screen = [] { return kScreen; };
+        calls.Screens = [this] { return screens_; };
         calls.SkinIndex = [this] { return skin_; };
         calls.SetSkinIndex = [this](int index) { skin_ = index; };
         calls.SetControlColorsToMatchSkin = note("SetControlColorsToMatchSkin");
@@ -81,6 +81,7 @@ class ScopeSettingsTest : public testing::Test {
     QTemporaryDir folder_;
     RecordingStore store_{folder_.path(), calls_};
     Record record_;
+    ScreenPlaces screens_{.all = {kScreen}, .primary = kScreen, .available = kScreen};
     int skin_ = 99;
     bool fullScreen_ = true;
     QRect fft_{100, 110, 400, 300};
@@ -99,6 +100,65 @@ TEST(BroughtOnScreen, TakesAnEdgeOutsideToZero) {
     EXPECT_EQ(BroughtOnScreen({901, 700, 100, 100}, screen), QPoint(0, 700));
     EXPECT_EQ(BroughtOnScreen({900, 701, 100, 100}, screen), QPoint(900, 0));
     EXPECT_EQ(BroughtOnScreen({10, 20, 2000, 2000}, screen), QPoint(0, 0));
+}
+
+TEST(BroughtOnScreens, WithOneScreenTakesAnEdgeOutsideToZero) {
+    const QRect screen(0, 0, 1000, 800);
+    const ScreenPlaces one{.all = {screen}, .primary = screen, .available = screen.adjusted(0, 24, 0, 0)};
+    EXPECT_EQ(BroughtOnScreens({-1, 20, 100, 100}, one), QPoint(0, 20));
+    EXPECT_EQ(BroughtOnScreens({901, 20, 100, 100}, one), QPoint(0, 20));
+    EXPECT_EQ(BroughtOnScreens({900, 700, 100, 100}, one), QPoint(900, 700));
+}
+
+TEST(BroughtOnScreens, ACornerOnAnyScreenCounts) {
+    // The primary on the right, a smaller one on its left, with a panel on top of the primary.
+    const QRect left(0, 200, 800, 600);
+    const QRect primary(800, 0, 1000, 800);
+    const ScreenPlaces two{
+        .all = {primary, left}, .primary = primary, .available = primary.adjusted(0, 24, 0, 0)};
+    const auto stays = [&two](const QRect& window) {
+        return BroughtOnScreens(window, two) == window.topLeft();
+    };
+    EXPECT_TRUE(stays({100, 300, 200, 100}));
+    EXPECT_TRUE(stays({900, 10, 200, 100}));
+    EXPECT_TRUE(stays({700, 300, 200, 100})) << "over the edge between them";
+    // Each corner, with exactly its 48 pixels on a screen, and with one less.
+    EXPECT_TRUE(stays({1752, 752, 200, 100}));
+    EXPECT_FALSE(stays({1753, 752, 200, 100}));
+    EXPECT_FALSE(stays({1752, 753, 200, 100}));
+    EXPECT_TRUE(stays({-152, 752, 200, 100}));
+    EXPECT_FALSE(stays({-153, 752, 200, 100}));
+    EXPECT_TRUE(stays({-152, 148, 200, 100}));
+    EXPECT_FALSE(stays({-152, 147, 200, 100})) << "above the smaller screen there is nothing";
+    EXPECT_TRUE(stays({1752, -52, 200, 100}));
+    EXPECT_FALSE(stays({1752, -53, 200, 100}));
+    EXPECT_FALSE(stays({760, -60, 80, 900})) << "its edges only, no corner";
+    EXPECT_TRUE(stays({1780, 780, 20, 20})) << "a window smaller than a corner";
+    EXPECT_FALSE(stays({1781, 780, 20, 20}));
+}
+
+TEST(BroughtOnScreens, AnyOtherPlaceComesToThePrimarysAvailableArea) {
+    const QRect left(0, 0, 800, 600);
+    const QRect primary(800, 0, 1000, 800);
+    const ScreenPlaces two{
+        .all = {primary, left}, .primary = primary, .available = primary.adjusted(0, 24, 0, 0)};
+    EXPECT_EQ(BroughtOnScreens({5000, 300, 200, 100}, two), QPoint(1600, 300));
+    EXPECT_EQ(BroughtOnScreens({-900, -900, 200, 100}, two), QPoint(800, 24));
+    EXPECT_EQ(BroughtOnScreens({2000, 2000, 5000, 5000}, two), QPoint(800, 24)) << "larger than the room";
+}
+
+TEST_F(ScopeSettingsTest, ComesBackToASecondScreenAndLeavesOneThatIsGone) {
+    screens_.all.push_back({1920, 0, 1280, 1024});
+    save("MainWindowLeft", "2100");
+    save("MainWindowTop", "40");
+    save("StatsWindowLeft", "3180");
+    save("StatsWindowTop", "900");
+    restore();
+    EXPECT_EQ(main_.topLeft(), QPoint(2100, 40));
+    EXPECT_EQ(stats_.topLeft(), QPoint(1920 - 150, 900)) << "fewer than 48 pixels of it were in view";
+    screens_.all.pop_back();
+    restore();
+    EXPECT_EQ(main_.topLeft(), QPoint(0, 40));
 }
 
 TEST_F(ScopeSettingsTest, RestoresInOrderFromAnEmptyStore) {

@@ -4,13 +4,14 @@
 #   on_display.sh openbox|xfwm4|metacity PROGRAM [ARGUMENTS]
 #
 #   SCREEN=1920x1080x24   size and depth of the screen
+#   MONITORS=1,2          the screen is two monitors side by side, of these scales
 #   KEEP_CONFIG=1         the program sees the user's settings, not an empty folder
 #
 # Exit code 125: no screen or no window manager came up, the program was not started.
 set -u
 
 if [ $# -lt 2 ]; then
-    sed -n '2,9s/^# \{0,1\}//p' "$0" >&2
+    sed -n '2,10s/^# \{0,1\}//p' "$0" >&2
     exit 125
 fi
 
@@ -58,6 +59,14 @@ read -r -t 60 number <>"$scratch/number"
 [ -n "$number" ] || fail "the screen did not come up"
 unset WAYLAND_DISPLAY
 export DISPLAY=:$number QT_QPA_PLATFORM=xcb NO_AT_BRIDGE=1 LIBGL_ALWAYS_SOFTWARE=1
+
+if [ -n "${MONITORS:-}" ]; then
+    IFS=x read -r width height _ <<<"${SCREEN:-1920x1080x24}"
+    half=$((width / 2))
+    xrandr --setmonitor left "$half/500x$height/285+0+0" screen &&
+        xrandr --setmonitor right "$half/500x$height/285+$half+0" none || fail "no second monitor"
+    export QT_SCREEN_SCALE_FACTORS="left=${MONITORS%,*};right=${MONITORS#*,}"
+fi
 
 mkdir -p "$scratch/config" "$scratch/cache"
 mkdir -m 700 "$scratch/run"
