@@ -55,6 +55,7 @@ void Instrument::ConnectParts() {
     ConnectAcquisition();
     ConnectExport();
     ConnectSettings();
+    ConnectKeyboard();
 
     runLoop->Load();
     runLoop->Connect();
