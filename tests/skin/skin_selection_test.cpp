@@ -50,7 +50,8 @@ class Skins : public testing::Test {
                                      [this](int milliseconds) {
                                          steps +=
                                              QStringLiteral("sleep %1, %2").arg(milliseconds).arg(State());
-                                     }});
+                                     },
+                                 .closing = {}});
         skins->ListSkins();
         return *skins;
     }
