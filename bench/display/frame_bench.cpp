@@ -136,13 +136,37 @@ void ClearOnly(benchmark::State& state) {
     }
 }
 
+/// The fastest timebase: 750 grid lines, 31 of them in view.
+void FrameAtExpansion25(benchmark::State& state) {
+    Part(state, [](PlotScene& scene) {
+        scene.XExpansion = 25;
+        scene.HorizPan = 0.5;
+    });
+}
+
+/// Just before the zoom is too much: 45,000 grid lines, two samples across.
+void FrameAtZoomLimit(benchmark::State& state) {
+    Part(state, [](PlotScene& scene) {
+        scene.HorizZoom = 100;
+        scene.XExpansion = 14.9;
+        scene.HorizPan = 0.5;
+    });
+}
+
 void Sizes(benchmark::internal::Benchmark* bench) {
     bench->Args({357, 240})->Args({900, 560})->Args({1920, 1030})->Unit(benchmark::kMicrosecond);
 }
 
-BENCHMARK(Frame)->Apply(Sizes);
-BENCHMARK(FrameAndCopy)->Apply(Sizes);
-BENCHMARK(ClearAndCopy)->Apply(Sizes);
+void LargeSizes(benchmark::internal::Benchmark* bench) {
+    Sizes(bench);
+    bench->Args({3840, 2160});
+}
+
+BENCHMARK(Frame)->Apply(LargeSizes);
+BENCHMARK(FrameAtExpansion25)->Apply(LargeSizes);
+BENCHMARK(FrameAtZoomLimit)->Apply(LargeSizes);
+BENCHMARK(FrameAndCopy)->Apply(LargeSizes);
+BENCHMARK(ClearAndCopy)->Apply(LargeSizes);
 BENCHMARK(PlottingWidget)->Apply(Sizes);
 BENCHMARK(ClearOnly)->Apply(Sizes);
 BENCHMARK(FrameEmpty)->Apply(Sizes);

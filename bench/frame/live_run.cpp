@@ -66,33 +66,59 @@ class FirstPaint : public QObject {
     const Record& record_;
 };
 
-/// Turns the trigger knob with the pointer and tells how long the picture takes to follow: from each move of
-/// the pointer to the canvas painted with the new level.
-void MeasureKnob(Instrument& instrument, const FirstPaint& canvas) {
-    constexpr int kMoves = 60;
-    auto* knob = instrument.forms.MainForm->control<KnobControl1>("TriggerKnob");
-    const QPointF centre(knob->width() / 2.0, 42);
+/// Sends the mouse to a control as a hand that holds its left button.
+void Send(QWidget& control, QEvent::Type type, QPointF at) {
+    QMouseEvent event(type, at, control.mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&control, &event);
+}
+
+/// How long the picture takes to follow: from each of so many moves of the pointer to the canvas painted
+/// after it. move tells whether there is anything to follow.
+template <class Move> void MeasureMoves(const char* what, int moves, const FirstPaint& canvas, Move move) {
     std::vector<double> waits;
-    const auto send = [&](QEvent::Type type, double angle) {
-        const QPointF at = centre + QPointF(-std::cos(angle), -std::sin(angle)) * 22;
-        QMouseEvent event(type, at, knob->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(knob, &event);
-    };
-    send(QEvent::MouseButtonPress, 0.2);
-    for (int i = 0; i < kMoves; ++i) {
-        const int level = knob->KnobValue();
-        const double from = SecondsOf(CLOCK_BOOTTIME);
-        send(QEvent::MouseMove, 0.3 + 0.04 * i);
+    for (int i = 0; i < moves; ++i) {
         const int paints = canvas.paints;
-        while (knob->KnobValue() != level && canvas.paints == paints) {
+        const double from = SecondsOf(CLOCK_BOOTTIME);
+        const bool follows = move(i);
+        while (follows && canvas.paints == paints) {
             QApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
         waits.push_back((SecondsOf(CLOCK_BOOTTIME) - from) * 1000);
     }
-    send(QEvent::MouseButtonRelease, 0.3);
     std::sort(waits.begin(), waits.end());
-    std::printf("from a move of the pointer to the painted picture: median %.1f ms, longest %.1f ms of %d\n",
-                waits[waits.size() / 2], waits.back(), kMoves);
+    std::printf("from a move of the pointer on %s to the painted picture: median %.1f ms, longest %.1f ms of "
+                "%d\n",
+                what, waits[waits.size() / 2], waits.back(), moves);
+}
+
+void MeasureKnob(Instrument& instrument, const FirstPaint& canvas) {
+    auto* knob = instrument.forms.MainForm->control<KnobControl1>("TriggerKnob");
+    const auto send = [&](QEvent::Type type, double angle) {
+        const QPointF centre(knob->width() / 2.0, 42);
+        Send(*knob, type, centre + QPointF(-std::cos(angle), -std::sin(angle)) * 22);
+    };
+    send(QEvent::MouseButtonPress, 0.2);
+    MeasureMoves("a knob", 60, canvas, [&](int i) {
+        const int level = knob->KnobValue();
+        send(QEvent::MouseMove, 0.3 + 0.04 * i);
+        return knob->KnobValue() != level;
+    });
+    send(QEvent::MouseButtonRelease, 0.3);
+}
+
+/// While stopped, so that no tick of the run loop draws the cursor by chance.
+void MeasureCursor(Instrument& instrument, const Record& record, const FirstPaint& canvas) {
+    instrument.forms.TabForm[kCursTab]->control<QCheckBox>("VertCursorEn", 0)->setChecked(true);
+    instrument.runLoop->RunButton_Click();
+    QApplication::processEvents();
+    auto* handle = instrument.forms.MainForm->control<Picture>("VertCursorHandle", 0);
+    Send(*handle, QEvent::MouseButtonPress, {5, 5});
+    MeasureMoves("a cursor's handle", 200, canvas, [&](int i) {
+        const double time = record.VertCursorTime[0];
+        Send(*handle, QEvent::MouseMove, handle->mapFromParent(QPointF(20 + i, 5)));
+        return record.VertCursorTime[0] != time;
+    });
+    Send(*handle, QEvent::MouseButtonRelease, {5, 5});
 }
 
 /// All that a person can open: both math channels, six spectra, and the large time window.
@@ -155,5 +181,6 @@ int main(int argc, char** argv) {
                 (instrument.acquisition.PassCount - passes) / elapsed, (firstPaint.paints - paints) / elapsed,
                 (SecondsOf(CLOCK_PROCESS_CPUTIME_ID) - cpu) / elapsed * 100);
     MeasureKnob(instrument, firstPaint);
+    MeasureCursor(instrument, record, firstPaint);
     return 0;
 }

@@ -82,7 +82,8 @@ template <class Result, class... Parameters> class Operation<Result(Parameters..
 struct Driver {
     Driver(Watch& watch, void* library);
 
-#define CORVANTINE_CHECKED_OPERATION(operation) Operation<decltype(CorvantineDrvr_##operation)> operation;
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a name to declare takes none
+#define CORVANTINE_CHECKED_OPERATION(name) Operation<decltype(CorvantineDrvr_##name)> name;
     CORVANTINE_OPERATIONS(CORVANTINE_CHECKED_OPERATION)
 #undef CORVANTINE_CHECKED_OPERATION
     bool loaded_;

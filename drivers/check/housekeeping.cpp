@@ -95,7 +95,7 @@ void CheckHousekeeping(const Subject& subject) {
                   "%d rounds of OpenDrvr to CloseDrvr left %d open", kRounds, last.files - first.files);
     findings.That(settled, "CloseDrvr ends the driver's threads",
                   "%d rounds of OpenDrvr to CloseDrvr left %d", kRounds, last.threads - first.threads);
-    findings.That(last.memory <= first.memory + kRounds * 4096, "CloseDrvr gives memory back",
+    findings.That(last.memory <= first.memory + std::size_t{kRounds} * 4096, "CloseDrvr gives memory back",
                   "each round of OpenDrvr to CloseDrvr keeps %zu bytes",
                   (last.memory - first.memory) / kRounds);
 

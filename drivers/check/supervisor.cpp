@@ -1,7 +1,7 @@
 #include "supervisor.h"
 
 #include <algorithm>
-#include <cerrno>
+#include <cmath>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -84,7 +84,7 @@ std::string Await(pid_t child, const Shared& shared, double patience) {
             kill(child, SIGKILL);
             waitpid(child, &status, 0);
             return hangs ? std::string(call) + " had not returned after " +
-                               std::to_string(static_cast<int>(limit + 0.5)) + " s"
+                               std::to_string(std::lround(limit)) + " s"
                          : "the section had not ended after minutes; it was at " + std::string(call);
         }
         const timespec pause{0, 5'000'000};

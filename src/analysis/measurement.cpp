@@ -2,6 +2,7 @@
 
 #include "controls/number_format.h"
 
+#include <array>
 #include <cmath>
 #include <cstdlib>
 
@@ -33,21 +34,38 @@ struct Crossings {
     }
 };
 
-int GroupSum(const RoundedRecord& record, int from) {
-    int sum = 0;
-    for (int k = 0; k < kGroup; ++k) {
-        sum += record[from + k] / kCoarseness;
+/// Sums of each four neighbours, coarsened; the last starts at a record's fourth last sample.
+constexpr int kGroups = kSampleDepth - kGroup + 1;
+using GroupSums = std::array<int, kGroups>;
+
+GroupSums SumGroups(const RoundedRecord& record) {
+    std::array<int, kSampleDepth> coarse;
+    for (int i = 0; i < kSampleDepth; ++i) {
+        coarse[static_cast<std::size_t>(i)] = record[i] / kCoarseness;
     }
-    return 2 * sum;
+    GroupSums sums;
+    for (std::size_t i = 0; i < sums.size(); ++i) {
+        sums[i] = 2 * (coarse[i] + coarse[i + 1] + coarse[i + 2] + coarse[i + 3]);
+    }
+    return sums;
+}
+
+/// Nearest whole number, ties to even, of a size far below the magic one: its last place is 1. Without a
+/// call, so that the compiler takes several values at a time.
+double Whole(double value) {
+    constexpr double kLastPlaceIsOne = 1.5 * 4503599627370496.0; // 2 to the 52nd
+    return (value + kLastPlaceIsOne) - kLastPlaceIsOne;
 }
 
 } // namespace
 
 RoundedRecord::RoundedRecord(const float* row, std::ptrdiff_t stride) {
     for (int i = 0; i < kSampleDepth; ++i) {
-        const double step = std::nearbyint(static_cast<double>(row[i * stride]));
-        const double held = step > -kMostSteps ? step : step < 0 ? -kMostSteps : 0; // no number counts as 0
-        steps_[static_cast<std::size_t>(i)] = static_cast<int>(held < kMostSteps ? held : kMostSteps);
+        double step = static_cast<double>(row[i * stride]);
+        step = step == step ? step : 0; // what is no number
+        step = step > -kMostSteps ? step : -kMostSteps;
+        step = step < kMostSteps ? step : kMostSteps;
+        steps_[static_cast<std::size_t>(i)] = static_cast<int>(Whole(step));
     }
 }
 
@@ -72,11 +90,15 @@ Levels MeasureLevels(const RoundedRecord& record) {
 double CrossingSpacing(const RoundedRecord& record, double mean) {
     Crossings rises;
     Crossings falls;
+    const GroupSums sums = SumGroups(record);
+    // Whole numbers compare with the mean as they do with the whole ones beside it.
+    const int below = static_cast<int>(std::floor(mean));
+    const int above = static_cast<int>(std::ceil(mean));
     for (int i = 0; i <= kSampleDepth - 2 * kGroup; ++i) {
-        const int before = GroupSum(record, i);
-        const int after = GroupSum(record, i + kGroup);
-        const bool rising = before <= mean && after > mean;
-        const bool falling = !rising && before >= mean && after < mean;
+        const int before = sums[static_cast<std::size_t>(i)];
+        const int after = sums[static_cast<std::size_t>(i + kGroup)];
+        const bool rising = before <= below && after > below;
+        const bool falling = !rising && before >= above && after < above;
         if (rising || falling) {
             i += kGroup;
             if (!(rising ? rises : falls).Add(i)) {

@@ -177,7 +177,7 @@ void SpectrumWindow::Form_Resize() {
     Canvas_->setGeometry(0, line, form_.width(), height);
 
     auto* clipboard = form_.control<QWidget>("ClipboardButton");
-    clipboard->move(clipboard->x(), line + height);
+    clipboard->setGeometry(clipboard->x(), line + height, clipboard->width(), 2 * line);
     TitleLabel->setGeometry(kMargin, 0,
                             QFontMetrics(TitleLabel->font()).horizontalAdvance(TitleLabel->text()), line);
     PlaceLines();

@@ -14,8 +14,7 @@ ControlDesign DialogButton(const char* name, int left, const QString& caption, c
             .fill = fill,
             .back = back,
             .fore = 0xFFFFFF,
-            .font = kPanelButtonFont,
-            .properties = {{"ButtonCaptionNudgeX", 1}}};
+            .font = kPanelButtonFont};
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "frame/record.h"
 
+#include <QPoint>
 #include <QPointF>
 #include <QSizeF>
 #include <array>
@@ -27,9 +28,12 @@ struct Ring {
     double lineWidth;
 };
 
-/// Controls name as their centre the last pixel of the upper left half, `size / 2 - 1`. Its far corner is the
-/// middle of the surface; rings are drawn around that, or they would stand off centre with blurred edges.
-inline constexpr QPointF kFarCorner{1, 1};
+/// Controls name as their centre a pixel left of and above the middle, the whole part of `size / 2` less 1.
+/// This leads from there to the middle of the surface itself, around which everything is drawn: to the far
+/// corner of that pixel where the size is even, half a pixel further where it is odd.
+inline QPointF ToMiddle(QPoint centre, QSizeF size) {
+    return QPointF(size.width() / 2, size.height() / 2) - QPointF(centre);
+}
 
 /// Lit from the upper left with a dark upper half: the surface inside looks sunk.
 inline constexpr std::array<BevelArc, 6> kSunkBevel{{{55, 215, 0x000000},

@@ -14,7 +14,8 @@ struct ButtonLook {
     bool pressed = false;
 };
 
-/// The rings of a button from the rim inward, around the pixel ButtonCentre; none where nothing is drawn.
+/// The rings of a button from the rim inward; none where nothing is drawn. Their centre is ButtonCentre, from
+/// which ToMiddle leads to where they are drawn.
 struct ButtonRings {
     std::optional<Ring> fill;  ///< in the button's colour
     std::optional<Ring> outer; ///< the bevel that sinks the button into the panel
@@ -26,7 +27,7 @@ QPoint ButtonCentre(QSize size);
 
 ButtonRings RingsOfButton(const ButtonLook& look);
 
-/// Upper left corner of the caption.
+/// Upper left corner of the caption, centred on ButtonCentre.
 /// text: its width and height; nudge: ButtonCaptionNudgeX, Y.
 QPointF CaptionPlace(const ButtonLook& look, QSizeF text, QPoint nudge);
 

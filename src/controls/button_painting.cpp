@@ -6,6 +6,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -16,7 +17,7 @@ constexpr double kNarrowest = 0.65; // below it the letters of a small font run 
 void DrawRings(QPainter& painter, const ButtonLook& look, const ButtonInk& ink) {
     const ButtonRings rings = RingsOfButton(look);
     painter.save();
-    painter.translate(kFarCorner);
+    painter.translate(ToMiddle(ButtonCentre(look.size), look.size));
     if (rings.fill) {
         DrawRing(painter, *rings.fill, ink.fill);
     }
@@ -27,6 +28,12 @@ void DrawRings(QPainter& painter, const ButtonLook& look, const ButtonInk& ink) 
         DrawBevel(painter, *rings.inner, kRaisedBevel);
     }
     painter.restore();
+}
+
+/// By whole pixels of the screen: letters stay as sharp as they are designed.
+QPointF ToMiddleOnPixels(QSize size, double ratio) {
+    const QPointF way = ToMiddle(ButtonCentre(size), size) * ratio;
+    return QPointF(std::floor(way.x()), std::floor(way.y())) / ratio;
 }
 
 /// White on a light panel is legible only with a shade under it.
@@ -43,7 +50,8 @@ void DrawCaption(QPainter& painter, const ButtonLook& look, const ButtonInk& ink
     const QFontMetricsF metrics(ink.font, painter.device());
     const double natural = metrics.horizontalAdvance(ink.caption);
     const double squeeze = CaptionSqueeze(natural, look.size.width() - 2 * kCaptionMargin);
-    const QPointF corner = CaptionPlace(look, {natural * squeeze, metrics.height()}, ink.nudge);
+    const QPointF corner = CaptionPlace(look, {natural * squeeze, metrics.height()}, ink.nudge) +
+                           ToMiddleOnPixels(look.size, painter.device()->devicePixelRatioF());
     painter.save();
     painter.setFont(ink.font);
     painter.translate(corner.x(), corner.y() + metrics.ascent());

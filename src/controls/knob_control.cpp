@@ -5,6 +5,7 @@
 #include "controls/knob_painter.h"
 #include "controls/knob_scroller.h"
 #include "controls/number_format.h"
+#include "controls/pointer_place.h"
 #include "controls/rounding.h"
 
 #include <QFontMetrics>
@@ -234,7 +235,7 @@ void KnobControl1::PlaceChildren() {
     const int maxWidth = metrics.horizontalAdvance(QString::number(design_.KnobMax));
     layout_ = LayOutKnob({size(), design_.KnobValueAlign, static_cast<double>(metrics.height()),
                           static_cast<double>(maxWidth), children_.ZeroButton->size()});
-    state_.SetCentre({layout_.CentreX, layout_.CentreY});
+    state_.SetCentre(layout_.drawnCentre());
     children_.Place(design_, layout_);
     children_.ShowScroller(state_);
 }
@@ -341,11 +342,11 @@ void KnobControl1::showEvent(QShowEvent* event) {
 }
 
 void KnobControl1::mousePressEvent(QMouseEvent* event) {
-    state_.MousePress(ButtonOf(event->button()), event->position());
+    state_.MousePress(ButtonOf(event->button()), PointerPlace(*event, *this));
 }
 
 void KnobControl1::mouseMoveEvent(QMouseEvent* event) {
-    state_.MouseMove(ButtonOf(event->buttons()), 0, event->position());
+    state_.MouseMove(ButtonOf(event->buttons()), 0, PointerPlace(*event, *this));
 }
 
 void KnobControl1::mouseReleaseEvent(QMouseEvent*) {

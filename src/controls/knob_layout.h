@@ -18,8 +18,8 @@ struct KnobLayout {
     bool labelLeft = false;   ///< the label's text starts at its left edge, else it ends at the right
     QPointF zeroButton;       ///< its top left corner
 
-    /// The middle of the drawn circle. CentreX and CentreY count pixels from their upper left corner, and
-    /// the circle was made to fall on whole pixels: its middle lies one further.
+    /// The middle of the circle, around which all is drawn and from which the mouse is measured. CentreX and
+    /// CentreY name the pixel above and left of it, from which the text beside it is placed.
     QPointF drawnCentre() const { return {CentreX + 1, CentreY + 1}; }
 };
 

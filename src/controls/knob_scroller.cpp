@@ -1,5 +1,7 @@
 #include "controls/knob_scroller.h"
 
+#include "controls/pointer_place.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -80,7 +82,7 @@ void KnobScroller::mousePressEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
-    const int x = event->position().toPoint().x();
+    const int x = PixelUnder(PointerPlace(*event, *this)).x();
     const Track t = track();
     const QRect held = thumb();
     if (x < t.left) {
@@ -104,7 +106,7 @@ void KnobScroller::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     const Track t = track();
-    const int at = event->position().toPoint().x() - grabbed_ - t.left;
+    const int at = PixelUnder(PointerPlace(*event, *this)).x() - grabbed_ - t.left;
     setValue(QStyle::sliderValueFromPosition(minimum(), maximum(), at, t.travel()));
 }
 

@@ -34,7 +34,7 @@ class KnobState {
 
     // Every function that returns a bool returns false when the control was deleted meanwhile.
 
-    /// Where the circle's centre lies, in the coordinates of the mouse.
+    /// Where the pointer turns as it is drawn, in the coordinates of the mouse.
     void SetCentre(QPointF centre) { centre_ = centre; }
 
     int KnobValue() const;

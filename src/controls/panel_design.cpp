@@ -40,8 +40,7 @@ ControlDesign PanelButton(const char* name, int index, QRect place, const QStrin
             .fill = fill,
             .back = kPanelBack,
             .fore = fore,
-            .font = kPanelButtonFont,
-            .properties = {{"ButtonCaptionNudgeX", 1}}};
+            .font = kPanelButtonFont};
 }
 
 ControlDesign PanelLabel(const char* name, int index, QRect place, const QString& caption,

@@ -33,7 +33,7 @@ ControlDesign PlotWindowClipboard(int top) {
             .back = kWindowBack,
             .fore = 0xFFFFFF,
             .font = kPanelButtonFont,
-            .properties = {{"ButtonDepth", 1}, {"ButtonCaptionNudgeX", 1}}};
+            .properties = {{"ButtonDepth", 1}}};
 }
 
 void AddIdentFrame(FormDesign& form, const QString& tip, int lines) {

@@ -2,6 +2,7 @@
 
 #include "controls/accessibility.h"
 #include "controls/design_keys.h"
+#include "controls/pointer_place.h"
 #include "controls/slider_painting.h"
 
 #include <QKeyEvent>
@@ -178,7 +179,7 @@ void SliderControl1::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void SliderControl1::DragTo(const QMouseEvent& event) {
-    const QPoint pointer = event.position().toPoint();
+    const QPoint pointer = PixelUnder(PointerPlace(event, *this));
     if (!(event.buttons() & Qt::LeftButton) || pointer == lastMouse_) {
         return;
     }

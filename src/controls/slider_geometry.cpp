@@ -49,22 +49,27 @@ std::array<QLineF, 4> EdgingOfBar(const SliderLayout& layout) {
     return {above, before, QLineF(right, top, right, bottom), QLineF(left, bottom, right, bottom)};
 }
 
-ThumbPlace PlaceThumb(const SliderLayout& layout, double value) {
-    const double diameter = Of(layout.horizontal, layout.thumb.size()).along;
-    const int centre = RoundToEven((layout.maxPixel - layout.minPixel) * value + layout.minPixel);
-    const double half = layout.horizontal ? std::floor(diameter / 2) : diameter / 2;
-    const int start = RoundToEven(centre - half);
-    const double middle = diameter / 2 + start - 1;
-    ThumbPlace place;
-    place.thumb = Oriented(layout.horizontal, start, 0, diameter, diameter);
-    place.centre = layout.horizontal ? QPointF(middle, layout.centre.y())
-                                     : QPointF(layout.centre.x(), RoundToEven(middle));
-    return place;
+QRectF DrawnBar(const SliderLayout& layout, QSize size) {
+    const QPointF shift = ToMiddle(layout.centre, size);
+    return layout.bar.translated(layout.horizontal ? QPointF(0, shift.y()) : QPointF(shift.x(), 0));
 }
 
-Ring ThumbBevel(const ThumbPlace& place, int depth) {
-    const QSizeF size = place.thumb.size();
-    return {place.centre, size.width() / 2 - 2, size.isEmpty() ? 0 : size.height() / size.width(),
+QRectF PlaceThumb(const SliderLayout& layout, double value) {
+    const double diameter = Of(layout.horizontal, layout.thumb.size()).along;
+    const double last = Of(layout.horizontal, layout.bar.size()).along - diameter;
+    const int centre = RoundToEven((layout.maxPixel - layout.minPixel) * value + layout.minPixel);
+    // The half is cut to its whole part: the middle pixel of an odd thumb is the centre. The ends come from
+    // half a thumb that was rounded, which would leave a gap at one or cut the thumb off at the other.
+    double start = std::clamp(centre - std::floor(diameter / 2), 0.0, std::max(last, 0.0));
+    if (value <= 0 || value >= 1) {
+        start = value <= 0 ? 0 : last;
+    }
+    return Oriented(layout.horizontal, start, 0, diameter, diameter);
+}
+
+Ring ThumbBevel(const QRectF& thumb, int depth) {
+    const QSizeF size = thumb.size();
+    return {thumb.center(), size.width() / 2 - 2, size.isEmpty() ? 0 : size.height() / size.width(),
             static_cast<double>(depth)};
 }
 

@@ -10,17 +10,11 @@
 /// Where the parts of a slider stand, in pixels of its surface.
 struct SliderLayout {
     bool horizontal = true; ///< a square slider too
-    QPoint centre;
-    QRectF bar;       ///< the groove
-    QRectF thumb;     ///< at the value
-    int minPixel = 0; ///< pointer places along the groove at and below which the value is 0,
-    int maxPixel = 0; ///< at and above which it is 1
-};
-
-/// The thumb as it is drawn: on whole pixels along the groove.
-struct ThumbPlace {
-    QRectF thumb;
-    QPointF centre; ///< the pixel around which its bevel is drawn
+    QPoint centre;          ///< a pixel left of and above the middle
+    QRectF bar;             ///< the groove, around that pixel; as all is drawn it lies ToMiddle from there
+    QRectF thumb;           ///< at the value
+    int minPixel = 0;       ///< pointer places along the groove at and below which the value is 0,
+    int maxPixel = 0;       ///< at and above which it is 1
 };
 
 SliderLayout LayOutSlider(QSize size, double value);
@@ -29,8 +23,14 @@ SliderLayout LayOutSlider(QSize size, double value);
 /// Each is one pixel wide and covers its end points.
 std::array<QLineF, 4> EdgingOfBar(const SliderLayout& layout);
 
-ThumbPlace PlaceThumb(const SliderLayout& layout, double value);
-Ring ThumbBevel(const ThumbPlace& place, int depth);
+/// The groove where it is drawn, on the middle of the thumb's way.
+QRectF DrawnBar(const SliderLayout& layout, QSize size);
+
+/// The thumb as it is drawn: on whole pixels along the groove, its middle on the pixel at which the mouse
+/// gives that value, at 0 and 1 at the very ends.
+QRectF PlaceThumb(const SliderLayout& layout, double value);
+/// Around the middle of the thumb.
+Ring ThumbBevel(const QRectF& thumb, int depth);
 
 /// The value under a pointer at pixel `along` of the groove: 0 and 1 at its ends, strictly between elsewhere.
 double ValueAt(const SliderLayout& layout, int along);

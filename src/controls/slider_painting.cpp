@@ -25,9 +25,9 @@ class Snap {
     double ratio_;
 };
 
-void DrawGroove(QPainter& painter, SliderLayout layout) {
+void DrawGroove(QPainter& painter, const SliderLook& look, SliderLayout layout) {
     const Snap snap(painter.device()->devicePixelRatioF());
-    layout.bar = snap(layout.bar);
+    layout.bar = snap(DrawnBar(layout, look.size));
     painter.fillRect(layout.bar, Qt::black);
     const auto lines = EdgingOfBar(layout);
     for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -36,18 +36,16 @@ void DrawGroove(QPainter& painter, SliderLayout layout) {
     }
 }
 
-void DrawThumb(QPainter& painter, const SliderLook& look, const ThumbPlace& place) {
+void DrawThumb(QPainter& painter, const SliderLook& look, const QRectF& thumb) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(look.fill);
-    painter.drawEllipse(place.thumb);
-    painter.translate(kFarCorner);
+    painter.drawEllipse(thumb);
     if (look.depth > 0) {
-        DrawBevel(painter, ThumbBevel(place, look.depth), kRaisedBevel);
+        DrawBevel(painter, ThumbBevel(thumb, look.depth), kRaisedBevel);
     }
-    painter.translate(-kFarCorner);
     if (look.focus) {
-        DrawFocusRing(painter, {place.thumb.center(), (place.thumb.width() - 1) / 2, 1, 1});
+        DrawFocusRing(painter, {thumb.center(), (thumb.width() - 1) / 2, 1, 1});
     }
 }
 
@@ -58,6 +56,6 @@ void DrawSlider(QPainter& painter, const SliderLook& look) {
         return;
     }
     const SliderLayout layout = LayOutSlider(look.size, look.value);
-    DrawGroove(painter, layout);
+    DrawGroove(painter, look, layout);
     DrawThumb(painter, look, PlaceThumb(layout, look.value));
 }

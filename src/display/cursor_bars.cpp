@@ -78,19 +78,43 @@ CursorBar::Calls CursorBars::BarCalls() {
             .Switched = [this] { calls_.PlotNow(); }};
 }
 
-void CursorBars::PlaceHandles() {
-    const double period = Period();
-    for (int i = 0; i < Record::kCursors; ++i) {
-        double& time = record_.VertCursorTime[i];
-        if (time > record_.SampleDepth * period) {
+/// Time cursors beyond longest, in seconds, come back to just before the end of the record.
+void CursorBars::BringBackInto(double period, double longest) {
+    for (double& time : record_.VertCursorTime) {
+        if (time > longest) {
             time = (record_.SampleDepth - kMarginSamples) * period;
         }
-        MoveVertCursorHandle(i, time);
+    }
+}
+
+void CursorBars::PlaceHandles() {
+    placedPeriod_ = Period();
+    BringBackInto(placedPeriod_, record_.SampleDepth * placedPeriod_);
+    for (int i = 0; i < Record::kCursors; ++i) {
+        MoveVertCursorHandle(i, record_.VertCursorTime[i]);
         MoveHorizCursorHandle(i, record_.HorizCursorVolts[i]);
     }
 }
 
+/// A timebase that was turned while stopped comes into force with the run. Until then the time cursors stood
+/// on the held record.
+void CursorBars::FollowPeriod() {
+    const double period = Period();
+    if (period == placedPeriod_) {
+        return;
+    }
+    placedPeriod_ = period;
+    BringBackInto(period, (record_.SampleDepth - 1) * period);
+    for (int i = 0; i < Record::kCursors; ++i) {
+        MoveVertCursorHandle(i, record_.VertCursorTime[i]);
+    }
+}
+
 void CursorBars::WorldLineUpdate(double ViewXMin, double ViewXMax, double ViewYMax, double ViewYMin) {
+    if (placedRunning_ != record_.Running) {
+        placedRunning_ = record_.Running;
+        FollowPeriod();
+    }
     vert_.MoveWorldLine(0, VertWorldLinePlace(ViewXMin, record_.SampleDepth, vert_.Length()));
     vert_.MoveWorldLine(1, VertWorldLinePlace(ViewXMax, record_.SampleDepth, vert_.Length()));
     horiz_.MoveWorldLine(0, HorizWorldLinePlace(ViewYMax, horiz_.Length()));

@@ -33,7 +33,7 @@ class CursorBars : public QObject {
     /// The end of the start-up: all six handles by their values. A time that the record does not hold, from
     /// settings that do not fit together, comes back into it as after a change of the timebase.
     void PlaceHandles();
-    /// What part of the record is in view, in samples and ADC steps.
+    /// What part of the record is in view, in samples and ADC steps. After each plot.
     void WorldLineUpdate(double ViewXMin, double ViewXMax, double ViewYMax, double ViewYMin);
     void CursTimer_Timer();
 
@@ -42,6 +42,8 @@ class CursorBars : public QObject {
 
   private:
     double Period();
+    void BringBackInto(double period, double longest);
+    void FollowPeriod();
     CursorAxis TimeAxis();
     static CursorAxis LevelAxis();
     CursorBar::Calls BarCalls();
@@ -52,4 +54,6 @@ class CursorBars : public QObject {
     Calls calls_;
     CursorBar vert_;
     CursorBar horiz_;
+    double placedPeriod_ = 0; ///< by which the time handles were placed
+    bool placedRunning_ = false;
 };

@@ -30,8 +30,7 @@ ControlDesign FaceButton(const char* name, QRect place, const QString& caption, 
             .fill = kSwitchOff,
             .back = 0x707070,
             .fore = kWhite,
-            .font = font,
-            .properties = {{"ButtonCaptionNudgeX", 1}, {"ButtonCaptionNudgeY", 1}}};
+            .font = font};
 }
 
 ControlDesign WindowButton(const char* name, int place, const QString& caption, const QString& tip,
@@ -48,8 +47,7 @@ ControlDesign WindowButton(const char* name, int place, const QString& caption, 
             .fill = 0x008000,
             .back = 0x707070,
             .fore = 0x00FF00,
-            .font = font,
-            .properties = {{"ButtonCaptionNudgeX", 1}, {"ButtonCaptionNudgeY", 1}}};
+            .font = font};
 }
 
 ControlDesign FaceKnob(const char* name, QRect place, const QString& tip, Colour fill, Colour border,

@@ -8,6 +8,7 @@
 #include "controls/slider_control.h"
 #include "frame/debug_log.h"
 #include "skin/fine_skin.h"
+#include "skin/plain_face.h"
 #include "skin/skin_bitmap.h"
 #include "skin/trace.h"
 
@@ -122,6 +123,9 @@ void SkinSelection::ListSkins() {
             controls_.Image1->SetPicture(QPixmap::fromImage(skin));
             controls_.Image1->SetDrawing(FineSkinDrawing(file, controls_.Image1->Image()));
         }
+    }
+    if (controls_.Image1->Image().isNull()) {
+        controls_.Image1->SetPicture(PlainFace(controls_.Image1->size()));
     }
 }
 

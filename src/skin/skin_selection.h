@@ -60,7 +60,8 @@ class SkinSelection : public QObject {
     SkinSelection(Record& record, DebugLog& log, const SkinControls& controls, QString folder,
                   cDIBSection& sharedDIB, cDIBSectionRegion& mainRegion, Calls calls = {});
 
-    /// Lists the skins and selects the first. A face that has no picture yet gets that of the first skin.
+    /// Lists the skins and selects the first. A face that has no picture yet gets that of the first skin that
+    /// can be had, or a plain one.
     void ListSkins();
     /// Paints the face with the skin of SkinIndex, or as it is for a negative index, and gives each control
     /// the colour that lies under its centre. A skin that cannot be had leaves the old face as it was.

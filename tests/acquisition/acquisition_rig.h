@@ -7,6 +7,7 @@
 #include "controls/button_control.h"
 #include "controls/colour.h"
 #include "controls/knob_control.h"
+#include "controls/knob_instances.h"
 #include "controls/slider_control.h"
 #include "support/call_lists.h"
 #include "support/scripted_driver.h"
@@ -63,15 +64,12 @@ struct AcquisitionParts {
             record.ChannelColour[ch] = 0x101010U * static_cast<Colour>(ch);
         }
         for (int ch = 1; ch <= kScopeChannels; ++ch) {
-            offsetKnobs[ch].SetKnobMin(-127);
-            offsetKnobs[ch].SetKnobMax(127);
+            TakeLimits(offsetKnobs[ch], "OffsetKnob");
         }
-        TimeBaseKnob.SetKnobMax(27);
-        DelayKnob.SetKnobMin(-32768);
-        DelayKnob.SetKnobMax(32767);
-        DelayKnob.SetKnobValue(-32768);
-        TriggerKnob.SetKnobMin(-100);
-        TriggerKnob.SetKnobMax(100);
+        TakeLimits(TimeBaseKnob, "TimeBaseKnob");
+        TakeLimits(DelayKnob, "DelayKnob");
+        DelayKnob.SetKnobValue(DelayKnob.KnobMin());
+        TakeLimits(TriggerKnob, "TriggerKnob");
         PretriggerSlider.SetSliderValueQuantized(0.0001F);
         PretriggerSlider.SetSliderValue(0.5F);
         loop.Load();

@@ -46,7 +46,12 @@ class AcquisitionSettingsTest : public testing::Test {
 };
 
 TEST_F(AcquisitionSettingsTest, FirstRunTakesTheDefaults) {
+    // Every start is another than the default, so that a forgotten one shows.
+    rig.TimeBaseKnob.SetKnobValue(12);
+    rig.TriggerKnob.SetKnobValue(55);
     rig.PretriggerSlider.SetSliderValue(0.2F);
+    record.TrigMode = 2;
+    record.TrigType = 1;
     settings.Restore();
     EXPECT_EQ(rig.TimeBaseKnob.KnobValue(), 7);
     EXPECT_EQ(rig.TimeBaseKnob.KnobXlatedValue(), "1us/div");
@@ -158,7 +163,10 @@ TEST_F(AcquisitionSettingsTest, GarbageLeavesEveryControlInItsRange) {
 }
 
 TEST_F(AcquisitionSettingsTest, HorizontalTabTakesItsDefaults) {
+    rig.timebase.Connect();
     record.TriggerChannel = 3;
+    rig.UpdateRateSlider.SetSliderValue(0.7F);
+    rig.DelayKnob.SetKnobValue(500);
     tab.RestoreTabSettings();
     EXPECT_EQ(rig.UpdateRateSlider.SliderValue(), 0);
     EXPECT_EQ(rig.RunTimer.interval(), 10);

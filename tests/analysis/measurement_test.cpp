@@ -95,6 +95,54 @@ TEST(CrossingSpacing, OfEveryDemonstrationIsSteady) {
     }
 }
 
+TEST(CrossingSpacing, IsThatOfGroupsSummedAnewAtEachStep) {
+    // The rule at its plainest, over records whose mean lies on, between and beside whole steps.
+    const auto plain = [](const RoundedRecord& record, double mean) {
+        std::vector<int> found[2];
+        for (int i = 0; i <= kSampleDepth - 8; ++i) {
+            int sums[2] = {0, 0};
+            for (int k = 0; k < 8; ++k) {
+                sums[k / 4] += 2 * (record[i + k] / 8);
+            }
+            const bool rising = sums[0] <= mean && sums[1] > mean;
+            const bool falling = !rising && sums[0] >= mean && sums[1] < mean;
+            if (rising || falling) {
+                i += 4;
+                auto& list = found[rising ? 0 : 1];
+                if (list.size() == 100) {
+                    break;
+                }
+                list.push_back(i);
+            }
+        }
+        const auto& list = found[0].size() > found[1].size() ? found[0] : found[1];
+        return list.size() < 2
+                   ? 0.0
+                   : static_cast<double>(list.back() - list.front()) / static_cast<double>(list.size() - 1);
+    };
+    for (int seed = 1; seed <= 60; ++seed) {
+        unsigned noise = static_cast<unsigned>(seed);
+        const auto record = Record([&](int i) {
+            noise = noise * 1664525U + 1013904223U;
+            return (seed % 7) * 17 * std::sin(i * 0.002 * seed) + seed - 30.5 +
+                   static_cast<double>(noise >> 24) / (16.0 + 4 * seed);
+        });
+        const double mean = MeasureLevels(record).mean;
+        for (const double about : {mean, std::floor(mean), mean + 0.5}) {
+            EXPECT_EQ(CrossingSpacing(record, about), plain(record, about)) << seed;
+        }
+    }
+}
+
+TEST(RoundedRecord, RoundsTiesToEven) {
+    const double values[] = {0.5, 1.5, 2.5, -0.5, -1.5, -2.5, 126.49999, -127.5, 40000.5, 1e8};
+    const int wholes[] = {0, 2, 2, 0, -2, -2, 126, -128, 40000, 100000000};
+    const RoundedRecord record = Record([&](int i) { return values[i % 10]; });
+    for (int i = 0; i < 10; ++i) {
+        EXPECT_EQ(record[i], wholes[i]) << values[i];
+    }
+}
+
 TEST(CrossingSpacing, NeedsTwoLikeCrossings) {
     EXPECT_EQ(Spacing(Record([](int) { return 7; })), 0);
     EXPECT_EQ(Spacing(Square(3000, -50, 50)), 0); // one falling edge and no more

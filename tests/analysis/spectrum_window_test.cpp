@@ -213,6 +213,7 @@ TEST_F(SpectrumWindowTest, ArrangesItselfAtEveryResize) {
     const int line = QFontMetrics(form.font()).height();
     EXPECT_EQ(Plot().geometry(), QRect(0, line, 640, 300 - 3 * line));
     EXPECT_EQ(Widget("ClipboardButton").y(), 300 - 2 * line);
+    EXPECT_TRUE(form.rect().contains(Widget("ClipboardButton").geometry()));
     EXPECT_EQ(Widget("FFTStatsMag").y(), 300 - 2 * line);
     EXPECT_EQ(Widget("OtherInfoLabel").y(), 300 - line);
     EXPECT_EQ(Widget("FFTStatsFreq").y(), 0);

@@ -18,6 +18,18 @@ class ChannelTabSettings : public testing::Test {
 };
 
 TEST_F(ChannelTabSettings, FirstRunTakesTheDefaults) {
+    // Every start is another than the default, so that a forgotten one shows.
+    record.ChannelInvert[3] = true;
+    record.ChannelOn[3] = false;
+    record.ChannelFFT[3] = true;
+    record.ChannelBWLimit[3] = true;
+    rig.Option("Coupling", 2).setChecked(true);
+    rig.Option("ProbeType", 0).setChecked(true);
+    rig.Knob("OffsetKnob").SetKnobValue(44);
+    for (int range = 0; range < 3; ++range) {
+        record.OffsetNull(3, range) = 5;
+    }
+    rig.script.Clear();
     tab.RestoreTabSettings();
     EXPECT_FALSE(record.ChannelInvert[3]);
     EXPECT_TRUE(record.ChannelOn[3]);

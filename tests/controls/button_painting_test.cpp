@@ -35,7 +35,7 @@ QImage Drawn(const ButtonLook& look, const ButtonInk& ink, double ratio = 1) {
 
 /// The pixel at an angle and radius around the button's centre.
 QRgb At(const QImage& image, const ButtonLook& look, double degrees, double radius) {
-    const QPointF centre = QPointF(ButtonCentre(look.size)) + kFarCorner;
+    const QPointF centre(look.size.width() / 2.0, look.size.height() / 2.0);
     const double a = degrees * std::numbers::pi / 180;
     return image.pixel(static_cast<int>(std::floor(centre.x() + radius * std::cos(a))),
                        static_cast<int>(std::floor(centre.y() - radius * std::sin(a))));
@@ -126,6 +126,38 @@ TEST(ButtonPainting, ATallButtonIsATallEllipse) {
     EXPECT_EQ(image.pixel(centre.x(), centre.y() - 94), kFill);
     EXPECT_EQ(image.pixel(centre.x() + 46, centre.y()), kFill);
     EXPECT_EQ(image.pixel(1, 1), kBack);
+}
+
+TEST(ButtonPainting, TheRingsStandInTheMiddleOfEverySize) {
+    for (const double ratio : {1.0, 2.0}) {
+        for (const QSize size : {QSize(15, 15), QSize(16, 16), QSize(24, 24), QSize(25, 25), QSize(72, 26),
+                                 QSize(73, 27), QSize(27, 40)}) {
+            // Pressed, a button of depth 1 has the ring alone, which has no light and no shade.
+            const ButtonLook look{.size = size, .depth = 1, .sunk = false, .pressed = true};
+            const QImage image = Drawn(look, Ink(), ratio);
+            const auto differ = [&](int x, int y, int otherX, int otherY) {
+                const QColor a(image.pixel(x, y));
+                const QColor b(image.pixel(otherX, otherY));
+                return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) +
+                       std::abs(a.blue() - b.blue());
+            };
+            for (int y = 0; y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x) {
+                    ASSERT_LT(differ(x, y, image.width() - 1 - x, y), 60) << size.width() << " at " << x;
+                    ASSERT_LT(differ(x, y, x, image.height() - 1 - y), 60) << size.height() << " at " << y;
+                }
+            }
+        }
+    }
+}
+
+TEST(ButtonPainting, TheCaptionStandsInTheMiddleOfTheRings) {
+    for (const QSize size : {QSize(60, 60), QSize(61, 61)}) {
+        const QRect inked = Inked(Drawn({.size = size, .depth = 0}, Ink(QStringLiteral("HHH"))), kFore);
+        const QPointF middle = QRectF(inked).center();
+        EXPECT_NEAR(middle.x(), size.width() / 2.0, 1) << size.width();
+        EXPECT_NEAR(middle.y(), size.height() / 2.0, 1.5) << size.width();
+    }
 }
 
 TEST(ButtonPainting, APressMovesTheCaptionDownAndRight) {

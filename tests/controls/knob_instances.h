@@ -2,7 +2,11 @@
 
 #include <QSize>
 #include <QVariantMap>
+#include <algorithm>
 #include <ostream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
 #include <vector>
 
 /// A knob of the forms, as designed.
@@ -53,4 +57,15 @@ inline const std::vector<KnobInstance>& KnobInstances() {
         {"DelayKnob", {93, 97}, -90, 180, -32768, 32767, -32768, 16, 20, "0.0%", 2},
     };
     return all;
+}
+
+/// Gives any knob the limits of the designed one of that name.
+template <class Knob> void TakeLimits(Knob& knob, std::string_view name) {
+    const auto& all = KnobInstances();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const auto& k) { return k.name == name; });
+    if (found == all.end()) {
+        throw std::invalid_argument(std::string(name));
+    }
+    knob.SetKnobMin(found->min);
+    knob.SetKnobMax(found->max);
 }

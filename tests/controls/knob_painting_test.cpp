@@ -150,6 +150,18 @@ TEST(KnobFace, MarkersReachIntoTheCircle) {
     EXPECT_NE(face.at(face.layout.Radius - 2.2, -45), "green");
 }
 
+TEST(KnobFace, TheRimsAreDrawnOverTheMarkers) {
+    KnobDesign design = Grey();
+    design.KnobMarkers = "11";
+    const Face face(design);
+    for (int i = 0; i < 11; ++i) {
+        const double angle = -45 + 27.0 * i;
+        const std::string rim = face.at(face.layout.Radius - 1, angle);
+        EXPECT_TRUE(rim == "black" || rim == "white") << rim << " at " << angle;
+        EXPECT_EQ(face.at(face.layout.Radius + 1.5, angle), "green") << angle;
+    }
+}
+
 TEST(KnobFace, TheBandHasItsOwnColour) {
     KnobDesign design = Grey();
     design.KnobMarkers = "28";

@@ -48,7 +48,7 @@ class KnobTest : public testing::Test {
     /// The pixel of the mouse that many degrees behind the start angle.
     QPointF at(double turned, double radius = 20) const {
         const KnobLayout place = LayOutKnob({knob->size(), knob->KnobValueAlign(), 0, 0, {7, 7}});
-        return knob::PointAt({place.CentreX, place.CentreY}, radius, knob->KnobStartAngle() + turned);
+        return knob::PointAt(place.drawnCentre(), radius, knob->KnobStartAngle() + turned);
     }
     void mouse(QEvent::Type type, QPointF where, Qt::MouseButton button, Qt::MouseButtons held) {
         SendMouse(knob, type, where, button, held);

@@ -1,5 +1,7 @@
 #include "controls/slider_geometry.h"
 
+#include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -57,31 +59,59 @@ TEST(SliderGeometry, TheHorizontalGrooveIsFramedByTheSameRule) {
     EXPECT_EQ(lines[3], QLineF(0, 8, 99, 8));
 }
 
-TEST(SliderGeometry, TheVerticalThumbSitsOnWholePixels) {
+TEST(SliderGeometry, TheThumbSitsOnWholePixels) {
     struct Known {
+        QSize size;
         double value;
-        double top;
-        double centre;
+        double start;
     };
-    // c = round(223 v + 8), top = round(c - 8.5), centre = round(8.5 + top - 1), ties to even.
+    // c = round((max - min) v + min), the whole part of half a thumb before it, and the ends at the ends.
     for (const Known& known :
-         {Known{0, 0, 8}, Known{0.5, 112, 120}, Known{1, 222, 230}, Known{0.01, 2, 10}, Known{0.02, 4, 12}}) {
-        const ThumbPlace place = PlaceThumb(LayOutSlider({17, 239}, known.value), known.value);
-        EXPECT_EQ(place.thumb, QRectF(0, known.top, 17, 17)) << known.value;
-        EXPECT_EQ(place.centre, QPointF(7, known.centre)) << known.value;
+         {Known{{17, 239}, 0, 0}, Known{{17, 239}, 0.5, 112}, Known{{17, 239}, 1, 222},
+          Known{{17, 239}, 0.01, 2}, Known{{17, 239}, 0.02, 4}, Known{{357, 17}, 0, 0},
+          Known{{357, 17}, 0.5, 170}, Known{{357, 17}, 1, 340}, Known{{357, 17}, 0.25, 85},
+          Known{{357, 15}, 0, 0}, Known{{357, 15}, 0.5, 171}, Known{{357, 15}, 1, 342}, Known{{13, 85}, 0, 0},
+          Known{{13, 85}, 1, 72}, Known{{100, 20}, 0, 0}, Known{{100, 20}, 1, 80}}) {
+        const SliderLayout layout = LayOutSlider(known.size, known.value);
+        const double side = std::min(known.size.width(), known.size.height());
+        const QRectF thumb = PlaceThumb(layout, known.value);
+        EXPECT_EQ(thumb.size(), QSizeF(side, side));
+        EXPECT_EQ(layout.horizontal ? thumb.topLeft() : QPointF(thumb.top(), thumb.left()),
+                  QPointF(known.start, 0))
+            << known.size.width() << "x" << known.size.height() << " at " << known.value;
     }
 }
 
-TEST(SliderGeometry, TheHorizontalThumbCutsItsHalfWidth) {
-    struct Known {
-        double value;
-        double left;
-    };
-    // c = round(341 v + 8), left = c - 8.
-    for (const Known& known : {Known{0, 0}, Known{0.5, 170}, Known{1, 341}, Known{0.25, 85}}) {
-        const ThumbPlace place = PlaceThumb(LayOutSlider({357, 17}, known.value), known.value);
-        EXPECT_EQ(place.thumb, QRectF(known.left, 0, 17, 17)) << known.value;
-        EXPECT_EQ(place.centre, QPointF(8.5 + known.left - 1, 7)) << known.value;
+TEST(SliderGeometry, TheThumbStandsWhereTheMouseHasPutIt) {
+    for (const QSize size : {QSize(357, 17), QSize(17, 239), QSize(357, 15), QSize(13, 85), QSize(100, 20)}) {
+        const SliderLayout layout = LayOutSlider(size, 0);
+        const int length = layout.horizontal ? size.width() : size.height();
+        const int side = layout.horizontal ? size.height() : size.width();
+        for (int along = 0; along < length; ++along) {
+            const QRectF thumb = PlaceThumb(layout, ValueAt(layout, along));
+            const int start = static_cast<int>(layout.horizontal ? thumb.left() : thumb.top());
+            EXPECT_GE(start, 0);
+            EXPECT_LE(start + side, length);
+            // The mouse counts one pixel more than the thumb has to go, which its upper half shows.
+            const int held = std::clamp(along, side / 2, length - 1 - side / 2);
+            EXPECT_GE(start + side / 2, held - 1) << along;
+            EXPECT_LE(start + side / 2, held + 1 - side % 2) << along;
+        }
+    }
+}
+
+TEST(SliderGeometry, GrooveThumbAndBevelHaveOneMiddle) {
+    for (const QSize size : {QSize(357, 17), QSize(17, 239), QSize(357, 15), QSize(13, 85), QSize(100, 20)}) {
+        for (const double value : {0.0, 0.3, 1.0}) {
+            const SliderLayout layout = LayOutSlider(size, value);
+            const QRectF thumb = PlaceThumb(layout, value);
+            const QPointF groove = DrawnBar(layout, size).center();
+            EXPECT_EQ(ThumbBevel(thumb, 1).centre, thumb.center());
+            EXPECT_EQ(layout.horizontal ? groove.y() : groove.x(),
+                      layout.horizontal ? thumb.center().y() : thumb.center().x());
+            EXPECT_EQ(layout.horizontal ? groove.x() : groove.y(),
+                      (layout.horizontal ? size.width() : size.height()) / 2.0);
+        }
     }
 }
 
@@ -89,8 +119,8 @@ TEST(SliderGeometry, TheThumbNeverLeavesPixelSteps) {
     for (const QSize size : {QSize(357, 17), QSize(17, 239), QSize(357, 15), QSize(13, 85)}) {
         double last = -1;
         for (int i = 0; i <= 1000; ++i) {
-            const ThumbPlace place = PlaceThumb(LayOutSlider(size, i / 1000.0), i / 1000.0);
-            const double start = size.width() > size.height() ? place.thumb.left() : place.thumb.top();
+            const QRectF thumb = PlaceThumb(LayOutSlider(size, i / 1000.0), i / 1000.0);
+            const double start = size.width() > size.height() ? thumb.left() : thumb.top();
             EXPECT_EQ(start, std::floor(start));
             EXPECT_GE(start, last);
             last = start;
@@ -103,7 +133,7 @@ TEST(SliderGeometry, TheBevelLiesTwoPixelsInsideTheThumb) {
     EXPECT_EQ(ring.radius, 6.5);
     EXPECT_EQ(ring.aspect, 1);
     EXPECT_EQ(ring.lineWidth, 1);
-    EXPECT_EQ(ring.centre, QPointF(7.5, 7));
+    EXPECT_EQ(ring.centre, QPointF(8.5, 8.5));
 }
 
 TEST(SliderGeometry, PointerPlacesGiveTheValue) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "display/canvas.h"
-#include "display/pixel_map.h"
+#include "display/plain_map.h"
 
 #include <QFont>
 #include <QImage>
@@ -42,7 +42,7 @@ class PlainCanvas : public Canvas {
 
     QImage image_;
     uchar* bits_; ///< of the image, which is not shared while anyone draws
-    PixelMap map_;
+    PlainMap map_;
     double ratio_;
     int pen_ = 1;
     PenStyle style_ = PenStyle::Solid;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/knob_instances.h"
 #include "display/plotter.h"
 
 /// The controls that a plotter reads, as a start-up leaves them.
@@ -13,10 +14,9 @@ struct PlotControlSet {
         PretriggerSlider.SetSliderValue(0.5F);
         VertZoomKnob.SetKnobValue(1);
         HorizZoomKnob.SetKnobValue(1);
-        TriggerKnob.SetKnobMin(-100);
+        TakeLimits(TriggerKnob, "TriggerKnob");
         for (KnobControl1& knob : offsetKnobs) {
-            knob.SetKnobMin(-127);
-            knob.SetKnobMax(127);
+            TakeLimits(knob, "OffsetKnob");
             knob.SetKnobValue(0);
         }
         FFTWindowCombo.addItems({"Rectangular", "Hanning", "Hamming", "Triangular", "Welch!"});

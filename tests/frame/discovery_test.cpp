@@ -80,8 +80,7 @@ TEST_F(Discovery, ABadCommandLineIsShownAgainAfterTheModulesWereCounted) {
     Find(2, "debug");
     Look();
     EXPECT_FALSE(record.DemoMode);
-    ASSERT_EQ(shown.size(), 1U);
-    EXPECT_TRUE(shown[0].startsWith(QStringLiteral("Command line error !\nDetected: `debug`")));
+    EXPECT_EQ(shown, std::vector<QString>{messages::CommandLineError(QStringLiteral("debug"))});
 }
 
 TEST_F(Discovery, TheDriverHearsWhatWasForced) {
@@ -172,9 +171,7 @@ TEST_F(Discovery, AModuleWithoutPowerCostsTheMaster) {
     script().Clear();
     EXPECT_TRUE(TestStack());
     EXPECT_THAT(InUse(), ElementsAre(false, true, false, false));
-    ASSERT_EQ(shown.size(), 1U);
-    EXPECT_TRUE(
-        shown[0].startsWith(QStringLiteral("WARNING:  There may be one or more Corvantines in the stack\n")));
+    EXPECT_EQ(shown, std::vector<QString>{messages::UnpoweredInStack()});
     EXPECT_THAT(callsWhenShown, IsEmpty()); // the user is told before the module is closed
     EXPECT_THAT(script().CallsBut({"GetDetectLine"}),
                 ElementsAre("SetDetectLine(1, 0, 1)", "Close(1)", "SetDetectLine(1, -1, 0)",
@@ -189,9 +186,7 @@ TEST_F(Discovery, AModuleOutsideTheStackClosesAllAndEndsTheTest) {
     script().Clear();
     EXPECT_FALSE(TestStack());
     EXPECT_THAT(InUse(), ElementsAre(false, false, false, false));
-    ASSERT_EQ(shown.size(), 1U);
-    EXPECT_TRUE(
-        shown[0].startsWith(QStringLiteral("WARNING:  There may be one or more Corvantines that are not\n")));
+    EXPECT_EQ(shown, std::vector<QString>{messages::NotInStack()});
     EXPECT_THAT(script().CallsOf({"Close"}), ElementsAre("Close(1)", "Close(2)", "Close(3)", "Close(4)"));
     EXPECT_THAT(script().CallsOf({"GetDetectLine"}), ElementsAre("GetDetectLine(1)", "GetDetectLine(2)"));
 }

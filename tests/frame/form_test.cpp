@@ -10,6 +10,7 @@
 #include "controls/panel_design.h"
 #include "controls/picture.h"
 #include "controls/slider_control.h"
+#include "controls/slider_instances.h"
 #include "frame/all_forms.h"
 #include "frame/main_form_design.h"
 
@@ -117,18 +118,12 @@ TEST(FormOfTables, KnobsHaveTheirColoursBandsAndFonts) {
 TEST(FormOfTables, SlidersAreTheDesignedInstances) {
     const Form face(MainFormDesign());
     const Form horizontal(DesignOf("Corvantine_TabHorz"));
-    const struct {
-        const Form& form;
-        const char* name;
-        Colour fill;
-        float value;
-        float step;
-    } sliders[] = {{face, "HorizPanSlider", 0x707070, 0, 0.0001F},
-                   {face, "VertPanSlider", 0x707070, 0.5F, 0.01F},
-                   {face, "PretriggerSlider", 0x0000FF, 0.5F, 0.0001F},
-                   {horizontal, "UpdateRateSlider", 0xC0C0C0, 0.5F, 0.05F}};
-    for (const auto& [form, name, fill, value, step] : sliders) {
-        const auto* slider = form.control<SliderControl1>(name);
+    for (const auto& [name, size, fill, value, step] : kSliderInstances) {
+        const auto* slider = face.findChild<SliderControl1*>(name);
+        if (slider == nullptr) {
+            slider = horizontal.control<SliderControl1>(name);
+        }
+        EXPECT_EQ(slider->size(), size) << name;
         EXPECT_EQ(slider->SliderFillColor(), ToQColor(fill)) << name;
         EXPECT_FLOAT_EQ(slider->SliderValue(), value) << name;
         EXPECT_FLOAT_EQ(slider->SliderValueQuantized(), step) << name;

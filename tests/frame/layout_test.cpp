@@ -1,5 +1,7 @@
 #include "controls/fonts.h"
+#include "controls/knob_instances.h"
 #include "controls/panel_design.h"
+#include "controls/slider_instances.h"
 #include "frame/all_forms.h"
 #include "frame/main_form_design.h"
 #include "layout_json.h"
@@ -100,14 +102,16 @@ TEST(Layout, NothingOverlaps) {
 }
 
 TEST(Layout, InstancesHaveTheirSizes) {
-    const std::map<QString, QSize> sizes = {
-        {"HorizZoomKnob", {59, 45}},   {"VertZoomKnob", {59, 45}},      {"TimeBaseKnob", {85, 96}},
-        {"TriggerKnob", {85, 89}},     {"VoltsKnob", {75, 89}},         {"OffsetKnob", {75, 89}},
-        {"Math1VoltsKnob", {59, 73}},  {"Math2VoltsKnob", {59, 73}},    {"Math1OffsetKnob", {59, 73}},
-        {"Math2OffsetKnob", {59, 73}}, {"DelayKnob", {93, 97}},         {"HorizPanSlider", {357, 17}},
-        {"VertPanSlider", {17, 239}},  {"PretriggerSlider", {357, 15}}, {"UpdateRateSlider", {13, 85}},
-        {"WebLink", {41, 19}},
-    };
+    std::map<QString, QSize> sizes{{"WebLink", {41, 19}}};
+    for (const KnobInstance& knob : KnobInstances()) {
+        sizes[knob.name] = knob.size;
+    }
+    for (const SliderInstance& slider : kSliderInstances) {
+        sizes[slider.name] = slider.size;
+    }
+    for (const char* knob : {"VoltsKnob", "OffsetKnob"}) { // both math channels have the same
+        sizes[QStringLiteral("Math2%1").arg(knob)] = sizes.at(QStringLiteral("Math1%1").arg(knob));
+    }
     QSet<QString> seen;
     for (const FormDesign& form : AllForms()) {
         for (const ControlDesign& row : form.controls) {

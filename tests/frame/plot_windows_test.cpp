@@ -101,6 +101,28 @@ TEST_F(PlotWindows, TheCursorHandlesFollowTheTimebase) {
     EXPECT_NEAR(handle->x(), 2990.0 / 3000 * 354 - 5.5, 1);
 }
 
+TEST_F(PlotWindows, ATimebaseTurnedWhileStoppedMovesTheHandlesWhenTheRunGoesOn) {
+    Start(1);
+    instrument->forms.TabForm[kCursTab]->control<QCheckBox>("VertCursorEn", 0)->setChecked(true);
+    auto* timeBase = instrument->forms.MainForm->control<KnobControl1>("TimeBaseKnob");
+    const auto* handle = instrument->forms.MainForm->control<Picture>("VertCursorHandle", 0);
+    timeBase->SetKnobValue(8);
+    record->VertCursorTime[0] = 30e-6;
+    record->HeldSamplePeriod = 20e-9;
+    instrument->runLoop->RunButton_Click();
+    ASSERT_FALSE(record->Running);
+    timeBase->SetKnobValue(9);
+    EXPECT_NEAR(handle->x(), 0.5 * 354 - 5.5, 1) << "of the held record";
+    instrument->runLoop->RunButton_Click();
+    instrument->plotter->PlotNow();
+    EXPECT_NEAR(handle->x(), 0.25 * 354 - 5.5, 1);
+    instrument->runLoop->RunButton_Click();
+    timeBase->SetKnobValue(0);
+    instrument->runLoop->RunButton_Click();
+    instrument->plotter->PlotNow();
+    EXPECT_NEAR(record->VertCursorTime[0], 2990e-9, 1e-12);
+}
+
 TEST_F(PlotWindows, CursorsOfTheSettingsStandInTheirPlacesAtTheStart) {
     Prepare(1);
     const QString section = QStringLiteral("CursTabSettings");

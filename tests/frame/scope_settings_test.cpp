@@ -162,6 +162,7 @@ TEST_F(ScopeSettingsTest, ComesBackToASecondScreenAndLeavesOneThatIsGone) {
 }
 
 TEST_F(ScopeSettingsTest, RestoresInOrderFromAnEmptyStore) {
+    record_.SampleDots = true; // not the default
     restore();
     EXPECT_EQ(calls_, QStringList({"get SkinColour",
                                    "SetControlColorsToMatchSkin",

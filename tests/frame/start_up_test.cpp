@@ -1,7 +1,11 @@
 #include "instrument_fixture.h"
 
 #include "controls/button_control.h"
+#include "controls/colour.h"
 #include "controls/knob_control.h"
+#include "controls/picture.h"
+#include "skin/skin_selection.h"
+#include "skin/surface.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -59,6 +63,26 @@ TEST_F(StartUpTest, WithNothingConnectedRunsInDemonstration) {
     EXPECT_TRUE(instrument->forms.MainForm->timer("RunTimer")->isActive());
     EXPECT_TRUE(instrument->forms.MainForm->timer("AutoTriggerTimer")->isActive());
     EXPECT_TRUE(instrument->forms.MainForm->timer("TabTimer")->isActive());
+}
+
+TEST_F(StartUpTest, TheSplashSaysWhatTheStartUpDoes) {
+    Prepare(2);
+    QStringList doing;
+    instrument->environment.yield = [&] {
+        const QString now = LabelText(instrument->forms.SplashForm.get(), "Label1", 3);
+        if (doing.isEmpty() || doing.last() != now) {
+            doing << now;
+        }
+    };
+    StartUp(*instrument);
+    EXPECT_EQ(doing, (QStringList{"...", "starting channel 1...", "starting channel 2...",
+                                  "starting application..."}));
+    QStringList lines;
+    for (int line = 0; line < 6; ++line) {
+        lines << LabelText(instrument->forms.SplashForm.get(), "Label1", line);
+    }
+    EXPECT_EQ(lines, (QStringList{"Corvantine", "loading...", "found 2 x Corvantines",
+                                  "starting application...", "Detected O.S.: Win ?", "Ver1.0.0"}));
 }
 
 TEST_F(StartUpTest, AsksTheDriverInItsFixedOrder) {
@@ -273,6 +297,31 @@ TEST_F(StartUpTest, WithoutSkinsThePanelWorksAndTheSkinButtonIsGone) {
     EXPECT_FALSE(instrument->forms.MainForm->control<QWidget>("SkinColourImage")->isVisible());
     EXPECT_TRUE(instrument->forms.MainForm->control<QWidget>("RunButton")->isVisible());
     EXPECT_TRUE(instrument->forms.MainForm->control<QWidget>("TimeBaseKnob")->isVisible());
+}
+
+TEST_F(StartUpTest, WithoutAUsableSkinTheControlsTakeTheColourOfThePlainFace) {
+    for (const bool damaged : {false, true}) {
+        if (damaged) {
+            QDir(folder.path()).mkdir(QStringLiteral("skins"));
+            QFile skin(folder.filePath(QStringLiteral("skins/Corvantine_skin_Torn.bmp")));
+            ASSERT_TRUE(skin.open(QIODevice::WriteOnly));
+            skin.write("BM and nothing else");
+        }
+        Start(0);
+        const Form* main = instrument->forms.MainForm;
+        const auto* knob = main->control<KnobControl1>("TimeBaseKnob");
+        EXPECT_EQ(instrument->skins->SkinColourAt(*knob), 0x707070U);
+        const QImage face = main->control<Picture>("Image1")->grab().toImage();
+        EXPECT_EQ(FromQColor(face.pixelColor(200, 100)), 0x707070U) << "no hole in the panel";
+        main->control<KnobControl1>("TimeBaseKnob")->SetKnobValue(4);
+        EXPECT_EQ(FromQColor(knob->KnobFillColor()), 0xFFU);
+        main->control<KnobControl1>("TimeBaseKnob")->SetKnobValue(5);
+        EXPECT_EQ(FromQColor(knob->KnobFillColor()), 0x909090U);
+        EXPECT_FALSE(instrument->forms.surface->mask().isEmpty());
+        EXPECT_TRUE(
+            instrument->forms.surface->mask().contains(instrument->forms.MainForm->pos() + QPoint(300, 200)));
+        ShutDown(*instrument);
+    }
 }
 
 TEST_F(StartUpTest, ADriverThatClaimsFourModulesButOpensNoneRunsOn) {

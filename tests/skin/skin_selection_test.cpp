@@ -418,13 +418,18 @@ TEST_F(Skins, AFolderThatVanishesWhileRunningLeavesTheOldFace) {
     EXPECT_EQ(FaceAt(160, 100), 0x1E140AU);
 }
 
-TEST_F(Skins, WithoutAnyPictureTheFormKeepsItsShape) {
+TEST_F(Skins, WithoutAUsableSkinTheFormHasAPlainFaceWithAShape) {
     Put(QStringLiteral("a"), QByteArray("junk"));
     Make();
     skins->SkinIndex = -1;
     skins->SetControlColorsToMatchSkin();
     EXPECT_TRUE(AllVisible());
-    EXPECT_TRUE(form.mask().isEmpty());
+    EXPECT_EQ(FaceAt(160, 100), 0x707070U);
+    EXPECT_EQ(skins->SkinColourAt(*form.control<KnobControl1>("TimeBaseKnob")), 0x707070U);
+    EXPECT_TRUE(form.mask().contains(QPoint(160, 100)));
+    EXPECT_TRUE(form.mask().contains(QPoint(160, 0)));
+    EXPECT_FALSE(form.mask().contains(QPoint(0, 0)));
+    EXPECT_FALSE(form.mask().contains(QPoint(319, 0)));
 }
 
 TEST_F(LoggedSkins, EmptyListIsLoggedWithItsTwoLines) {

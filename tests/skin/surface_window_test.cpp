@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <QTimer>
 #include <QtTest/qtestsystem.h>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
@@ -290,6 +291,51 @@ TEST_F(SurfaceWindow, TheMeasurementWindowStaysInFrontAfterATabClick) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return record.TabOpen[15]; }, kPatience));
     EXPECT_TRUE(SeenEventually(330, 25, kPanelColours[0])) << "pulled out";
     EXPECT_TRUE(SeenEventually(280, 150, QColor(Qt::blue).rgb()));
+}
+
+// On a screen of any scale: every pixel inside the outline shows the window, every one outside what is
+// behind.
+TEST_F(SurfaceWindow, OutlineIsThePicturesAtEveryScale) {
+    QWidget cover(face); // the controls have black of their own, which is the colour of the ground
+    cover.setAutoFillBackground(true);
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(kFaceColour));
+    cover.setPalette(palette);
+    cover.resize(face->size());
+    cover.show();
+    cover.raise();
+    surface.MoveTo(100, 80);
+    surface.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&surface, kPatience));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return surface.mask().contains(QPoint(330, 35)); }, kPatience));
+
+    QImage inside(surface.size() + QSize(4, 4), QImage::Format_Grayscale8);
+    inside.fill(0);
+    for (const QRect& part : surface.mask()) {
+        for (int y = part.top(); y <= part.bottom(); ++y) {
+            std::fill_n(inside.scanLine(y + 2) + part.left() + 2, part.width(), uchar{255});
+        }
+    }
+    const double ratio = surface.devicePixelRatioF();
+    const auto wrongPixels = [&] {
+        const QImage screen = Screen();
+        int wrong = 0;
+        for (int y = 1; y < inside.height() - 1; ++y) {
+            for (int x = 1; x < inside.width() - 1; ++x) {
+                const uchar here = inside.scanLine(y)[x];
+                bool edge = false; // where a fraction of a scale may go either way
+                for (int k = 0; k < 9; ++k) {
+                    edge |= inside.scanLine(y + k / 3 - 1)[x + k % 3 - 1] != here;
+                }
+                const QPointF at = (QPointF(surface.pos()) + QPointF(x - 1.5, y - 1.5)) * ratio;
+                const bool seen = (screen.pixel(static_cast<int>(at.x()), static_cast<int>(at.y())) |
+                                   0xFF000000) != kGround;
+                wrong += !edge && seen != (here != 0) ? 1 : 0;
+            }
+        }
+        return wrong;
+    };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return wrongPixels() == 0; }, kPatience)) << wrongPixels();
 }
 
 } // namespace

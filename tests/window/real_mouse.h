@@ -24,7 +24,20 @@ inline QStringList To(const QWidget& widget, QPointF at) {
             QStringLiteral("sleep"), QStringLiteral("0.03")};
 }
 
+/// Goes to a place and waits until the widget has seen the pointer: a window manager may still move a window
+/// that just appeared, and a press beside it would be the desktop's, whose menu then takes every further one.
+inline void Reach(const QWidget& widget, QPointF at) {
+    constexpr int kPatience = 10000; ///< ms; a widget under another is never told
+    QElapsedTimer clock;
+    clock.start();
+    do {
+        Do(To(widget, at));
+        QTest::qWait(1);
+    } while (!widget.underMouse() && clock.elapsed() < kPatience);
+}
+
 inline void Click(const QWidget& widget, QPointF at, int button = 1) {
+    Reach(widget, at);
     Do(To(widget, at) + QStringList{QStringLiteral("click"), QString::number(button)});
 }
 
@@ -35,6 +48,7 @@ inline void Click(const QWidget& widget, int button = 1) {
 /// Presses at the first place, passes the others with the button held and lets go at the last.
 inline void Drag(const QWidget& widget, const QList<QPointF>& way, int button = 1) {
     const QString number = QString::number(button);
+    Reach(widget, way.first());
     QStringList words = To(widget, way.first()) + QStringList{QStringLiteral("mousedown"), number};
     for (const QPointF& place : way.mid(1)) {
         words += To(widget, place);

@@ -3,7 +3,9 @@
 #include "frame/helpers.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDir>
+#include <QProcess>
 
 namespace {
 
@@ -20,15 +22,37 @@ class View : public FrontPanel {
         return record->SampleDepth *
                static_cast<double>(driver->GetSamplePeriod(record->Running, record->HeldSamplePeriod));
     }
-    /// A picture of the panel for the eye, where CORVANTINE_SHOTS names a folder.
-    void Shoot(const QString& name) {
+    /// What another program gets to see of the clipboard, while this one serves it.
+    QImage Pasted() {
+        QProcess paste;
+        paste.start(QStringLiteral("xclip"),
+                    {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-t"),
+                     QStringLiteral("image/png"), QStringLiteral("-o")});
+        EXPECT_TRUE(Until([&] { return paste.state() == QProcess::NotRunning; }));
+        return QImage::fromData(paste.readAllStandardOutput(), "PNG").convertToFormat(QImage::Format_RGB32);
+    }
+    static int Pixels(const QImage& picture, QRgb colour) {
+        int found = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                found += picture.pixel(x, y) == colour ? 1 : 0;
+            }
+        }
+        return found;
+    }
+    static void Save(const QImage& picture, const QString& name) {
         const QString folder = qEnvironmentVariable("CORVANTINE_SHOTS");
         if (!folder.isEmpty()) {
-            const QRect place = instrument->forms.surface->geometry();
-            QGuiApplication::primaryScreen()
-                ->grabWindow(0, place.x(), place.y(), place.width(), place.height())
-                .save(QDir(folder).filePath(name + QStringLiteral(".png")));
+            picture.save(QDir(folder).filePath(name + QStringLiteral(".png")));
         }
+    }
+    /// A picture of the panel for the eye, where CORVANTINE_SHOTS names a folder.
+    void Shoot(const QString& name) {
+        const QRect place = instrument->forms.surface->geometry();
+        Save(QGuiApplication::primaryScreen()
+                 ->grabWindow(0, place.x(), place.y(), place.width(), place.height())
+                 .toImage(),
+             name);
     }
 };
 
@@ -82,6 +106,7 @@ TEST_F(View, TheKeyboardMovesAHandleToo) {
     Box("Vert", 1)->click();
     Picture* handle = Handle("Vert", 1);
     ASSERT_TRUE(Until([&] { return handle->isVisible(); }));
+    real_mouse::Click(*handle); // takes the focus and moves nothing
     instrument->forms.surface->activateWindow();
     ASSERT_TRUE(Until([&] { return instrument->forms.surface->isActiveWindow(); }));
     handle->setFocus(Qt::TabFocusReason);
@@ -125,6 +150,63 @@ TEST_F(View, TheCursorsComeBackInTheNextRun) {
     EXPECT_EQ(Handle("Vert", 2)->pos(), timePlace);
     EXPECT_EQ(Handle("Horiz", 1)->pos(), levelPlace);
     Shoot(QStringLiteral("came_back"));
+    ShutDown(*instrument);
+}
+
+TEST_F(View, TheLargeWindowsPictureCanBePastedIntoAnotherProgram) {
+    Start();
+    ASSERT_TRUE(Until([&] { return PixelsOnScreen(ToQColor(record->ChannelColour[1])) > 300; }));
+    emit Main<ButtonControl1>("FullScreenButton")->Click();
+    Form& large = *instrument->forms.FullScreenTimeForm;
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&large, kPatience));
+    large.setGeometry(40, 500, 900, 500); // where nothing lies above its button
+    large.raise();
+    auto* button = large.control<ButtonControl1>("ClipboardButton");
+    ASSERT_TRUE(Until([&] { return large.size() == QSize(900, 500); }));
+    instrument->runLoop->RunButton_Click(); // the picture stays as it is
+    real_mouse::Click(*button);
+    ASSERT_TRUE(Until([&] { return QGuiApplication::clipboard()->ownsClipboard(); }));
+    const QImage pasted = Pasted();
+    EXPECT_EQ(pasted.size(), large.size() * large.devicePixelRatioF());
+    const auto* canvas = large.control<PlotCanvas>("Canvas");
+    const QImage plot = canvas->Image();
+    EXPECT_EQ(pasted.pixel(plot.width() / 2, 3), plot.pixel(plot.width() / 2, 3));
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        const QRgb colour = ToQColor(record->ChannelColour[channel]).rgb();
+        EXPECT_GT(Pixels(pasted, colour), 300) << channel;
+    }
+    Save(pasted, QStringLiteral("pasted_large"));
+
+    // The last press counts, and a clipboard that another program then holds is that program's.
+    large.resize(700, 400);
+    real_mouse::Click(*button);
+    EXPECT_TRUE(Until([&] { return Pasted().size() == QSize(700, 400) * large.devicePixelRatioF(); }));
+    QProcess other;
+    other.start(QStringLiteral("sh"),
+                {QStringLiteral("-c"), QStringLiteral("echo mine | xclip -selection clipboard -i")});
+    ASSERT_TRUE(
+        Until([&] { return QGuiApplication::clipboard()->text().startsWith(QStringLiteral("mine")); }));
+    real_mouse::Click(*button);
+    EXPECT_TRUE(Until([&] { return Pasted().size() == QSize(700, 400) * large.devicePixelRatioF(); }));
+    other.kill();
+    other.waitForFinished();
+    ShutDown(*instrument);
+}
+
+TEST_F(View, TheSpectrumWindowsPictureCanBePastedIntoAnotherProgram) {
+    Start();
+    ASSERT_TRUE(Until([&] { return PixelsOnScreen(ToQColor(record->ChannelColour[1])) > 300; }));
+    instrument->runLoop->RunButton_Click();
+    emit Tab<ButtonControl1>(1, "FFTButton")->Click();
+    Form& spectrum = *instrument->forms.FFTForm;
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&spectrum, kPatience));
+    spectrum.move(40, 500);
+    spectrum.raise();
+    emit spectrum.control<ButtonControl1>("ClipboardButton")->Click();
+    const QImage pasted = Pasted();
+    EXPECT_EQ(pasted.size(), spectrum.size() * spectrum.devicePixelRatioF());
+    EXPECT_GT(Pixels(pasted, ToQColor(record->ChannelColour[1]).rgb()), 300);
+    Save(pasted, QStringLiteral("pasted_spectrum"));
     ShutDown(*instrument);
 }
 

@@ -75,8 +75,7 @@ ControlDesign Button(QSize size, const QString& caption, const FontDesign& font)
             .fill = 0x008000,
             .back = 0x707070,
             .fore = 0x00FF00,
-            .font = font,
-            .properties = {{"ButtonCaptionNudgeX", 1}, {"ButtonCaptionNudgeY", 1}}};
+            .font = font};
 }
 
 GalleryPage ButtonPage() {
