@@ -17,6 +17,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
+#include <QWindow>
 #include <algorithm>
 
 // The windows of the instrument, each from its table.
@@ -31,6 +32,17 @@ std::unique_ptr<Form> Satellite(const FormDesign& design, QWidget* owner) {
     // It comes beside the panel or behind it: the keys stay with the panel.
     form->setAttribute(Qt::WA_ShowWithoutActivating);
     return form;
+}
+
+// Where the compositor places windows by itself, only a child surface of the panel's window stands by it.
+void HoldBesidePanel(QWidget& satellite, QWidget& panel) {
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+        const QPoint beside = satellite.pos() - panel.pos();
+        panel.winId();
+        satellite.winId();
+        satellite.windowHandle()->setParent(panel.windowHandle());
+        satellite.move(beside);
+    }
 }
 
 } // namespace
@@ -82,6 +94,7 @@ void Instrument::CreateSatellites() {
     forms.FFTForm = Satellite(SpectrumDesign(), nullptr);
     forms.FullScreenTimeForm = Satellite(LargeTimeDesign(), nullptr);
     PlaceWindows();
+    HoldBesidePanel(*forms.StatsForm, *forms.surface);
 }
 
 // Of several instances side by side each has its module in the titles of its windows.

@@ -18,6 +18,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QUrl>
+#include <QWindow>
 
 // The parts of the instrument, each with the controls that it reads and the calls that it makes. All are
 // made before any is connected, so that no signal meets half an instrument.
@@ -27,6 +28,12 @@ namespace {
 WindowPlace PlaceOf(Form& form) {
     return {.place = [&form] { return form.geometry(); },
             .put = [&form](const QRect& place) { form.setGeometry(place); }};
+}
+
+/// A child surface of the panel's window keeps the place that it has there: another panel's would leave it
+/// anywhere. What is saved is where it stands if the panel does not move.
+WindowPlace PlaceBeside(Form& form, Surface& surface) {
+    return {.place = [&] { return form.geometry().translated(surface.pos()); }, .put = [](const QRect&) {}};
 }
 
 ScreenPlaces PresentScreens() {
@@ -352,7 +359,10 @@ void Instrument::ConnectSettings() {
     scopeSettings = std::make_unique<ScopeSettings>(
         record, settings,
         ScopeSettings::Windows{.FFTForm = PlaceOf(*forms.FFTForm),
-                               .StatsForm = PlaceOf(*forms.StatsForm),
+                               .StatsForm = forms.StatsForm->windowHandle() != nullptr &&
+                                                    forms.StatsForm->windowHandle()->parent() != nullptr
+                                                ? PlaceBeside(*forms.StatsForm, *forms.surface)
+                                                : PlaceOf(*forms.StatsForm),
                                .FullScreenTimeForm = PlaceOf(*forms.FullScreenTimeForm),
                                .MainForm = PlaceOf(*forms.surface, main)},
         ScopeSettings::Calls{.Screens = PresentScreens,

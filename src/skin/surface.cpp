@@ -4,12 +4,15 @@
 #include "controls/picture.h"
 #include "controls/window_mover.h"
 #include "skin/dib_section_region.h"
+#include "skin/fine_outline.h"
 #include "skin/instrument_icon.h"
+#include "skin/native_shape.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QWindow>
+#include <algorithm>
 
 namespace {
 
@@ -199,13 +202,63 @@ QRegion Surface::Outline() const {
 
 void Surface::TakeOutline() {
     outlinePending_ = false;
+    const QRegion fine = FitShapes();
     const QRegion outline = Outline();
-    if (shaped_ && outline == outline_) {
+    if (shaped_ && outline == outline_ && fine == fineOutline_) {
         return;
     }
     shaped_ = true;
     outline_ = outline;
+    fineOutline_ = fine;
     ShapeByMask(this, &outline_);
+    // A drawing that came before the outline was cut by the old one, and what is opaque would not be drawn
+    // again for its parent's sake.
+    for (QWidget* part : findChildren<QWidget*>()) {
+        if (!part->isWindow()) {
+            part->update();
+        }
+    }
+    if (devicePixelRatioF() != 1.0) {
+        ShapeInDevicePixels(*this, fineOutline_);
+    }
+}
+
+void Surface::TakeShape(const QObject* part) {
+    std::erase_if(shapes_, [part](const Shape& shape) { return shape.part.isNull() || shape.part == part; });
+}
+
+// The mask of a part lets everything through that its finer outline touches; the window's outline cuts the
+// rest. Gives the whole in device pixels.
+QRegion Surface::FitShapes() {
+    const double ratio = devicePixelRatioF();
+    QRegion whole;
+    const auto fit = [&](QWidget* part) {
+        if (part == nullptr || part->isHidden() || (ratio == 1.0 && shapes_.empty())) {
+            return;
+        }
+        const auto known = std::find_if(shapes_.begin(), shapes_.end(),
+                                        [part](const Shape& shape) { return shape.part == part; });
+        Shape shape = known == shapes_.end() ? Shape{part, part->mask(), {}, 0} : *known;
+        if (shape.ratio != ratio) {
+            const QRegion given = shape.given.isEmpty() ? QRegion(part->rect()) : shape.given & part->rect();
+            shape.ratio = ratio;
+            shape.fine = ratio == 1.0 ? given : FineOutline(given, part->size(), ratio);
+            if (!shape.given.isEmpty() && !given.isEmpty()) {
+                part->setMask(ratio == 1.0 ? shape.given : Covering(shape.fine, ratio));
+            }
+            if (known == shapes_.end()) {
+                shapes_.push_back(shape);
+            } else {
+                *known = shape;
+            }
+        }
+        whole |= shape.fine.translated((QPointF(part->pos()) * ratio).toPoint());
+    };
+    for (const auto& panel : panels_) {
+        fit(panel);
+    }
+    fit(face_);
+    return whole;
 }
 
 bool Surface::event(QEvent* event) {
@@ -225,6 +278,7 @@ bool Surface::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
     if (event->type() == ShapeChangedEvent()) {
+        TakeShape(watched);
         OutlineChanged();
     }
     switch (event->type()) {

@@ -49,7 +49,8 @@ class Surface : public QWidget {
     /// A part has taken another shape, place or visibility: before the next drawing the window takes the
     /// outline of what shows then. Several changes make one.
     void OutlineChanged();
-    /// The outline as of now, in the surface's pixels.
+    /// The outline as of now, in the surface's pixels. On a screen with a scale factor the window's own is
+    /// finer.
     QRegion Outline() const;
 
     /// The face and the panels as they show, in the pixels of the screen, on white.
@@ -72,13 +73,24 @@ class Surface : public QWidget {
   private:
     bool InReach(const QWidget& control) const;
     void DropFocusOutOfReach();
+    /// The shape of a part, as it was given and on the present screen.
+    struct Shape {
+        QPointer<QWidget> part;
+        QRegion given; ///< logical pixels
+        QRegion fine;  ///< device pixels
+        double ratio = 1;
+    };
     void TakeOutline();
+    void TakeShape(const QObject* part);
+    QRegion FitShapes();
     void ConfirmPlace();
     QPoint FacePlace() const;
 
     QPointer<Form> face_;
     std::vector<QPointer<Form>> panels_;
+    std::vector<Shape> shapes_;
     QRegion outline_;
+    QRegion fineOutline_; ///< device pixels
     bool outlinePending_ = false;
     bool shaped_ = false;
     bool drawn_ = false;

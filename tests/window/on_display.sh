@@ -1,7 +1,7 @@
 #!/bin/bash
 # Runs a program on a screen of its own under a window manager and returns the program's exit code.
 #
-#   on_display.sh openbox|xfwm4|metacity PROGRAM [ARGUMENTS]
+#   on_display.sh openbox|xfwm4|metacity|weston PROGRAM [ARGUMENTS]
 #
 #   SCREEN=1920x1080x24   size and depth of the screen
 #   MONITORS=1,2          the screen is two monitors side by side, of these scales
@@ -70,16 +70,29 @@ fi
 
 mkdir -p "$scratch/config" "$scratch/cache"
 mkdir -m 700 "$scratch/run"
-export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$scratch/run}"
+if [ "$manager" = weston ]; then
+    export XDG_RUNTIME_DIR=$scratch/run # for a socket of its own
+else
+    export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$scratch/run}"
+fi
 managed=(env XDG_CONFIG_HOME="$scratch/config" XDG_CACHE_HOME="$scratch/cache" GSETTINGS_BACKEND=memory)
 case $manager in
 openbox) start manager "${managed[@]}" openbox --sm-disable ;;
 xfwm4) start manager "${managed[@]}" xfwm4 --compositor=off --vblank=off ;;
 metacity) start manager "${managed[@]}" metacity --no-composite --sm-disable ;;
+weston)
+    # The compositor in a window of the screen, so that a pointer and a camera reach it. It leaves a rim of
+    # the screen free: only a pointer that comes in from there is where the compositor thinks it is.
+    IFS=x read -r width height _ <<<"${SCREEN:-1920x1080x24}"
+    start manager "${managed[@]}" weston --backend=x11-backend.so --use-pixman --no-config --idle-time=0 \
+        --width=$((width - 40)) --height=$((height - 40)) --socket=compositor
+    export QT_QPA_PLATFORM=wayland WAYLAND_DISPLAY=compositor
+    ;;
 *) fail "no such window manager: $manager" ;;
 esac
 for ((i = 0; ; ++i)); do
     xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break
+    [ $manager = weston ] && [ -S "$XDG_RUNTIME_DIR/compositor" ] && break
     kill -0 "${pids[-1]}" 2>/dev/null || fail "$manager ended"
     [ $i -lt 600 ] || fail "$manager did not take the screen"
     sleep 0.05
