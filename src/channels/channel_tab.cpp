@@ -105,6 +105,10 @@ void ChannelTab::Form_Load() {
 }
 
 void ChannelTab::SetUpFrontEnd() {
+    // The knobs of a panel that was never shown are laid out one day all the same, and then tell a change.
+    if (!record_.ScopeInUse[Channel()]) {
+        return;
+    }
     driver_.SetUpFrontEnd(Channel(), VoltsKnob->KnobValue(), Coupling[kDC]->isChecked(),
                           Coupling[kGND]->isChecked());
 }
@@ -131,6 +135,9 @@ void ChannelTab::OffsetKnob_Change() {
 
 void ChannelTab::ApplyOffset() {
     const float offset = GetOffset();
+    if (!record_.ScopeInUse[Channel()]) {
+        return;
+    }
     driver_.SetOffset(Channel(), OffsetPercent(offset));
     if (!record_.Running && !record_.PlotInhibit) {
         RescaleHeldTrace(offset);

@@ -222,8 +222,8 @@ void ButtonControl1::focusInEvent(QFocusEvent* event) {
     }
 }
 
-void ButtonControl1::focusOutEvent(QFocusEvent*) {
-    if (focus_.Out()) {
+void ButtonControl1::focusOutEvent(QFocusEvent* event) {
+    if (focus_.Out(event->reason())) {
         RequestPaint();
     }
     // A key is let go elsewhere once the focus has left; a mouse button still comes back here.

@@ -132,8 +132,8 @@ void UserControl2::focusInEvent(QFocusEvent* event) {
     }
 }
 
-void UserControl2::focusOutEvent(QFocusEvent*) {
-    if (focus_.Out()) {
+void UserControl2::focusOutEvent(QFocusEvent* event) {
+    if (focus_.Out(event->reason())) {
         update();
     }
 }

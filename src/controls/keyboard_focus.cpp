@@ -13,9 +13,17 @@ bool KeyboardFocus::In(Qt::FocusReason reason) {
         return Set(true);
     case Qt::MouseFocusReason:
         return Set(false);
-    default: // the window came back: as it was
+    case Qt::ActiveWindowFocusReason:
+    case Qt::PopupFocusReason:
+        return Set(kept_);
+    default:
         return false;
     }
+}
+
+bool KeyboardFocus::Out(Qt::FocusReason reason) {
+    kept_ = shown_ && (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason);
+    return Set(false);
 }
 
 bool KeyboardFocus::Set(bool shown) {

@@ -12,8 +12,8 @@ class KeyboardFocus {
   public:
     /// From the control's focus-in event; true when the look has changed.
     bool In(Qt::FocusReason reason);
-    /// From the control's focus-out event.
-    bool Out() { return Set(false); }
+    /// From the control's focus-out event. What another window takes away comes back with the window.
+    bool Out(Qt::FocusReason reason);
     /// A key was used on the control that has the focus.
     bool Key() { return Set(true); }
     bool Shown() const { return shown_; }
@@ -25,6 +25,7 @@ class KeyboardFocus {
   private:
     bool Set(bool shown);
     bool shown_ = false;
+    bool kept_ = false; ///< whether it was shown when another window came in front
     bool stopped_ = false;
     Qt::FocusPolicy policy_ = Qt::StrongFocus;
 };

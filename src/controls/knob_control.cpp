@@ -179,6 +179,7 @@ void KnobControl1::SetKnobValueQuantized(bool value) {
 
 void KnobControl1::SetKnobVisible(bool value) {
     design_.KnobVisible = value;
+    focus_.Follow(*this, value);
     ShowChildren();
     still_ = {};
     update();
@@ -400,8 +401,8 @@ void KnobControl1::focusInEvent(QFocusEvent* event) {
     }
 }
 
-void KnobControl1::focusOutEvent(QFocusEvent*) {
-    if (focus_.Out()) {
+void KnobControl1::focusOutEvent(QFocusEvent* event) {
+    if (focus_.Out(event->reason())) {
         update();
     }
 }

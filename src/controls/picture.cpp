@@ -117,8 +117,8 @@ void Picture::focusInEvent(QFocusEvent* event) {
     }
 }
 
-void Picture::focusOutEvent(QFocusEvent*) {
-    if (focus_.Out()) {
+void Picture::focusOutEvent(QFocusEvent* event) {
+    if (focus_.Out(event->reason())) {
         update();
     }
 }

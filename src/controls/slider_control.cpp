@@ -261,8 +261,8 @@ void SliderControl1::focusInEvent(QFocusEvent* event) {
     }
 }
 
-void SliderControl1::focusOutEvent(QFocusEvent*) {
-    if (focus_.Out()) {
+void SliderControl1::focusOutEvent(QFocusEvent* event) {
+    if (focus_.Out(event->reason())) {
         repaint_.Request();
     }
 }

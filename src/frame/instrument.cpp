@@ -3,6 +3,7 @@
 #include "controls/picture.h"
 #include "frame/shut_down.h"
 #include "skin/skin_colour.h"
+#include "skin/skin_selection.h"
 
 #include <utility>
 
@@ -58,6 +59,7 @@ void Instrument::SkinMainForm() {
     log.PrintLog(QStringLiteral("About to skin ") + forms.MainForm->objectName());
     SetWindowEffects(log, forms.SharedDIB, *forms.MainForm->control<Picture>("Image1"), kSkinKey,
                      forms.MainRegion);
+    skins->DressPlainFace();
 }
 
 void Instrument::ShowMainForm() {

@@ -23,6 +23,7 @@
 #include "frame/debug_log.h"
 #include "frame/environment.h"
 #include "frame/forms.h"
+#include "frame/keyboard.h"
 #include "frame/scope_settings.h"
 #include "frame/settings.h"
 #include "frame/shell.h"
@@ -88,6 +89,7 @@ struct Instrument {
     std::unique_ptr<SkinSelection> skins;
     std::unique_ptr<TabPanels> tabPanels;
     std::unique_ptr<AboutTab> aboutTab;
+    std::unique_ptr<Keyboard> keyboard;
     std::unique_ptr<AcquisitionSettings> acquisitionSettings;
     std::unique_ptr<ScopeSettings> scopeSettings;
 
@@ -104,4 +106,6 @@ struct Instrument {
     void ConnectExport();
     QString DataStamp() const;
     void ConnectSettings();
+    void ConnectKeyboard();
+    void ClosePanel();
 };

@@ -62,6 +62,7 @@ void Instrument::ConnectParts() {
     ConnectAcquisition();
     ConnectExport();
     ConnectSettings();
+    ConnectKeyboard();
 
     runLoop->Load();
     runLoop->Connect();

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr Colour kPlate = 0x707070; ///< what the design gives the controls that stand on it
+constexpr Colour kPlate = 0x3C3C3C; ///< dark enough for all the texts that stand on it
 constexpr double kCorner = 10;
 
 } // namespace

@@ -126,6 +126,13 @@ void SkinSelection::ListSkins() {
     }
     if (controls_.Image1->Image().isNull()) {
         controls_.Image1->SetPicture(PlainFace(controls_.Image1->size()));
+        plainFace_ = true;
+    }
+}
+
+void SkinSelection::DressPlainFace() {
+    if (plainFace_) {
+        ColourControls();
     }
 }
 
@@ -200,6 +207,7 @@ bool SkinSelection::ApplySkin() {
             return false;
         }
         controls_.Image1->SetPicture(QPixmap::fromImage(skin));
+        plainFace_ = false;
     }
     if (SetWindowEffects(log_, sharedDIB_, *controls_.Image1, kSkinKey, mainRegion_)) {
         if (!file.isEmpty()) {

@@ -63,6 +63,8 @@ class SkinSelection : public QObject {
     /// Lists the skins and selects the first. A face that has no picture yet gets that of the first skin that
     /// can be had, or a plain one.
     void ListSkins();
+    /// Once a plain face is in the shared section: gives the controls its colours, as a skin would.
+    void DressPlainFace();
     /// Paints the face with the skin of SkinIndex, or as it is for a negative index, and gives each control
     /// the colour that lies under its centre. A skin that cannot be had leaves the old face as it was.
     void SetControlColorsToMatchSkin();
@@ -93,4 +95,5 @@ class SkinSelection : public QObject {
     cDIBSectionRegion& mainRegion_;
     Calls calls_;
     bool busy_ = false;
+    bool plainFace_ = false;
 };

@@ -10,6 +10,7 @@
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QPainter>
 #include <QWindow>
 #include <algorithm>
 
@@ -113,6 +114,68 @@ void Surface::BringPanelUp(QWidget& panel) {
 
 void Surface::SendPanelToBack(QWidget& panel) {
     panel.lower();
+}
+
+QImage Surface::Shot() {
+    const double ratio = devicePixelRatioF();
+    QImage picture((QSizeF(size()) * ratio).toSize(), QImage::Format_RGB32);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    for (QObject* child : children()) {
+        auto* part = qobject_cast<QWidget*>(child);
+        if (part != nullptr && !part->isWindow() && part->isVisible()) {
+            part->render(&painter, part->pos());
+        }
+    }
+    painter.end();
+    picture.setDevicePixelRatio(1); // whoever takes it counts its pixels
+    return picture;
+}
+
+bool Surface::InReach(const QWidget& control) const {
+    const QWidget* part = &control;
+    while (part->parentWidget() != nullptr && part->parentWidget() != this) {
+        part = part->parentWidget();
+    }
+    const QPoint centre = control.mapTo(this, control.rect().center());
+    bool above = false;
+    for (const QObject* child : children()) { // from the rearmost to the foremost
+        const auto* other = qobject_cast<const QWidget*>(child);
+        if (other == part) {
+            above = true;
+        } else if (above && other != nullptr && !other->isWindow() && !other->isHidden()) {
+            const QPoint at = centre - other->pos();
+            if (other->rect().contains(at) && (other->mask().isEmpty() || other->mask().contains(at))) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+bool Surface::focusNextPrevChild(bool next) {
+    QWidget* const from = focusWidget() != nullptr ? focusWidget() : this;
+    const auto step = [next](const QWidget* at) {
+        return next ? at->nextInFocusChain() : at->previousInFocusChain();
+    };
+    for (QWidget* to = step(from); to != from; to = step(to)) {
+        const bool stops = (to->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && to->focusProxy() == nullptr;
+        if (to != this && to->window() == this && stops && to->isVisible() && to->isEnabled() &&
+            InReach(*to)) {
+            to->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    }
+    return false;
+}
+
+// Keys must not turn what nobody sees.
+void Surface::DropFocusOutOfReach() {
+    QWidget* const control = focusWidget();
+    if (control != nullptr && control != this && !InReach(*control)) {
+        control->clearFocus();
+    }
 }
 
 void Surface::OutlineChanged() {
@@ -223,6 +286,7 @@ bool Surface::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Resize:
     case QEvent::ShowToParent:
     case QEvent::HideToParent:
+        DropFocusOutOfReach();
         OutlineChanged();
         break;
     case QEvent::WindowTitleChange:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QPoint>
 #include <QPointer>
 #include <QRegion>
@@ -52,12 +53,17 @@ class Surface : public QWidget {
     /// finer.
     QRegion Outline() const;
 
+    /// The face and the panels as they show, in the pixels of the screen, on white.
+    QImage Shot();
+
   signals:
     void CloseRequested(); ///< by the window manager; the window stays until somebody closes it
     void Activated();
     void Minimised(); ///< by Minimise or by the window manager
 
   protected:
+    /// Tab passes by what is covered: by the face, as a closed panel is, or by another panel.
+    bool focusNextPrevChild(bool next) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -72,6 +78,8 @@ class Surface : public QWidget {
         QRegion fine;  ///< device pixels
         double ratio = 1;
     };
+    bool InReach(const QWidget& control) const;
+    void DropFocusOutOfReach();
     void TakeOutline();
     void TakeShape(const QObject* part);
     QRegion FitShapes();

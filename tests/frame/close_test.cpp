@@ -2,7 +2,7 @@
 
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
-#include "skin/skin_colour.h"
+#include "frame/session_end.h"
 
 #include <QDir>
 #include <QImage>
@@ -347,6 +347,31 @@ TEST_F(CloseTest, TheEndOfTheSessionSavesAndLeavesTheProgramRunning) {
     EXPECT_TRUE(kept.contains("TimeBase"));
     ShutDown(*instrument);
     EXPECT_EQ(Settings(), kept); // all that the close saves
+}
+
+TEST_F(CloseTest, AProgramThatIsToldToQuitCloses) {
+    for (const bool starting : {true, false}) {
+        SCOPED_TRACE(starting);
+        Prepare(2);
+        SaveWithTheSession(*instrument);
+        const auto quit = [this] {
+            script().Note(kAsked);
+            QEvent event(QEvent::Quit);
+            QCoreApplication::sendEvent(qApp, &event);
+        };
+        yields = 0;
+        onYield = [&] {
+            if (++yields == 3 && starting) {
+                quit();
+            }
+        };
+        StartUp(*instrument);
+        if (!starting) {
+            EXPECT_FALSE(instrument->closing.Wanted());
+            quit();
+        }
+        ExpectACleanEnd();
+    }
 }
 
 TEST_F(CloseTest, ASessionThatEndsDuringTheStartUpLeavesTheSettingsAsTheyWere) {

@@ -310,13 +310,16 @@ TEST_F(StartUpTest, WithoutAUsableSkinTheControlsTakeTheColourOfThePlainFace) {
         Start(0);
         const Form* main = instrument->forms.MainForm;
         const auto* knob = main->control<KnobControl1>("TimeBaseKnob");
-        EXPECT_EQ(instrument->skins->SkinColourAt(*knob), 0x707070U);
+        EXPECT_EQ(instrument->skins->SkinColourAt(*knob), 0x3C3C3CU);
+        EXPECT_EQ(FromQColor(knob->KnobBorderColor()), 0x3C3C3CU);
+        EXPECT_EQ(FromQColor(knob->KnobFillColor()), 0x5C5C5CU);
+        EXPECT_EQ(FromQColor(main->control<ButtonControl1>("RunButton")->ButtonBackColor()), 0x3C3C3CU);
         const QImage face = main->control<Picture>("Image1")->grab().toImage();
-        EXPECT_EQ(FromQColor(face.pixelColor(200, 100)), 0x707070U) << "no hole in the panel";
+        EXPECT_EQ(FromQColor(face.pixelColor(200, 100)), 0x3C3C3CU) << "no hole in the panel";
         main->control<KnobControl1>("TimeBaseKnob")->SetKnobValue(4);
         EXPECT_EQ(FromQColor(knob->KnobFillColor()), 0xFFU);
         main->control<KnobControl1>("TimeBaseKnob")->SetKnobValue(5);
-        EXPECT_EQ(FromQColor(knob->KnobFillColor()), 0x909090U);
+        EXPECT_EQ(FromQColor(knob->KnobFillColor()), 0x5C5C5CU);
         EXPECT_FALSE(instrument->forms.surface->mask().isEmpty());
         EXPECT_TRUE(
             instrument->forms.surface->mask().contains(instrument->forms.MainForm->pos() + QPoint(300, 200)));

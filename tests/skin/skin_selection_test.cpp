@@ -424,8 +424,8 @@ TEST_F(Skins, WithoutAUsableSkinTheFormHasAPlainFaceWithAShape) {
     skins->SkinIndex = -1;
     skins->SetControlColorsToMatchSkin();
     EXPECT_TRUE(AllVisible());
-    EXPECT_EQ(FaceAt(160, 100), 0x707070U);
-    EXPECT_EQ(skins->SkinColourAt(*form.control<KnobControl1>("TimeBaseKnob")), 0x707070U);
+    EXPECT_EQ(FaceAt(160, 100), 0x3C3C3CU);
+    EXPECT_EQ(skins->SkinColourAt(*form.control<KnobControl1>("TimeBaseKnob")), 0x3C3C3CU);
     EXPECT_TRUE(form.mask().contains(QPoint(160, 100)));
     EXPECT_TRUE(form.mask().contains(QPoint(160, 0)));
     EXPECT_FALSE(form.mask().contains(QPoint(0, 0)));

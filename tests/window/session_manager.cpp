@@ -26,6 +26,7 @@ constexpr int kPatience = 60; ///< s; the program is given up after that
 struct Session {
     std::string settings;
     SmsConn client = nullptr;
+    bool registered = false; ///< and has saved what it began with
     bool ending = false;
     bool savedInTime = false;
     bool gone = false;
@@ -56,6 +57,7 @@ void SaveDone(SmsConn client, SmPointer data, Bool success) {
         session.savedInTime = success && access(session.settings.c_str(), R_OK) == 0;
         SmsDie(client);
     } else {
+        session.registered = true;
         SmsSaveComplete(client);
     }
 }
@@ -171,12 +173,12 @@ int main(int argc, char** argv) {
             }
             return good ? 0 : 1;
         }
-        if (!session.ending && session.client != nullptr && std::system(look.c_str()) == 0) {
+        if (!session.ending && session.registered && std::system(look.c_str()) == 0) {
             session.ending = true;
             SmsSaveYourself(session.client, SmSaveBoth, True, SmInteractStyleAny, False);
         }
     }
-    std::fprintf(stderr, "the program did not end: session known %d, told %d\n", session.client != nullptr,
+    std::fprintf(stderr, "the program did not end: session known %d, told %d\n", session.registered,
                  session.ending);
     kill(program, SIGKILL);
     waitpid(program, &status, 0);
