@@ -71,8 +71,6 @@ class Surface : public QWidget {
     void showEvent(QShowEvent* event) override;
 
   private:
-    bool InReach(const QWidget& control) const;
-    void DropFocusOutOfReach();
     /// The shape of a part, as it was given and on the present screen.
     struct Shape {
         QPointer<QWidget> part;
@@ -80,6 +78,8 @@ class Surface : public QWidget {
         QRegion fine;  ///< device pixels
         double ratio = 1;
     };
+    bool InReach(const QWidget& control) const;
+    void DropFocusOutOfReach();
     void TakeOutline();
     void TakeShape(const QObject* part);
     QRegion FitShapes();
