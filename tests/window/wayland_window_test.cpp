@@ -49,9 +49,11 @@ class Wayland : public InstrumentTest {
         EXPECT_TRUE(QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, kPatience));
         return process.readAllStandardOutput();
     }
-    static QImage Screen() {
-        return QImage::fromData(Output(QStringLiteral("import"), {"-window", "root", "ppm:-"}), "PPM")
-            .convertToFormat(QImage::Format_RGB32);
+    /// By a file: a picture takes seconds through a pipe that is emptied once an event loop's turn.
+    QImage Screen() const {
+        const QString file = folder.filePath(QStringLiteral("screen.ppm"));
+        Output(QStringLiteral("import"), {"-window", "root", file});
+        return QImage(file).convertToFormat(QImage::Format_RGB32);
     }
     /// Where the surface stands, by the header of a panel whose colour no other part has.
     std::optional<QPoint> Origin() {
