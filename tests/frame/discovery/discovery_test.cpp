@@ -1,5 +1,6 @@
 #include "frame/discovery/command_line.h"
 #include "frame/discovery/discovery.h"
+#include "frame/discovery/messages.h"
 #include "frame/discovery/stack_test.h"
 #include "support/scripted_driver.h"
 
