@@ -1,8 +1,8 @@
 #pragma once
 
 #include "driver/builtin_backend.h"
-#include "frame/indexed.h"
-#include "frame/samples.h"
+#include "frame/record/indexed.h"
+#include "frame/record/samples.h"
 
 #include <cstdint>
 

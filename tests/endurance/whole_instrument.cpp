@@ -1,8 +1,8 @@
 #include "endurance/whole_instrument.h"
 
 #include "controls/button_control.h"
-#include "frame/shut_down.h"
-#include "frame/start_up.h"
+#include "frame/instrument/shut_down.h"
+#include "frame/session/start_up.h"
 
 #include <QApplication>
 #include <QDir>

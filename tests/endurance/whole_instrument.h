@@ -1,8 +1,8 @@
 #pragma once
 
 #include "driver/driver.h"
-#include "frame/instrument.h"
-#include "frame/record.h"
+#include "frame/instrument/instrument.h"
+#include "frame/record/record.h"
 
 #include <QString>
 #include <functional>
