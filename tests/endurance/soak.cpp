@@ -109,9 +109,11 @@ bool Judge(const std::vector<Sample>& samples) {
         Judge("heap bytes", static_cast<double>(early.heap), static_cast<double>(late.heap), kMemoryBound);
     kept &= Judge("descriptors", early.descriptors, late.descriptors, 0);
     kept &= Judge("resources of the window system", early.resources, late.resources, 0);
-    kept &= Judge("processor time of a plot, in us", processorOfPlot(0), processorOfPlot(last - span),
-                  kProcessorBound);
-    kept &= Judge("seconds without a plot", 0, static_cast<double>(missed), 0);
+    if (last >= kSettled) { // in a short run the machine's other work would be judged
+        kept &= Judge("processor time of a plot, in us", processorOfPlot(0), processorOfPlot(last - span),
+                      kProcessorBound);
+        kept &= Judge("seconds without a plot", 0, static_cast<double>(missed), 0);
+    }
     std::printf("%.1f plots a second, %.1f %% of one core\n",
                 static_cast<double>(late.plots - samples[0].plots) / static_cast<double>(last),
                 (late.processor - samples[0].processor) / static_cast<double>(last) * 100);
@@ -154,7 +156,7 @@ int main(int argc, char** argv) {
             std::fflush(stdout);
         }
         if (samples.size() > static_cast<size_t>(seconds)) {
-            QApplication::quit();
+            QApplication::exit(0); // quit would ask the windows, which refuse
         }
     });
     everySecond.start(1000);
