@@ -6,8 +6,8 @@
 #include "controls/face_style.h"
 #include "controls/symbol_font.h"
 #include "driver/driver_choice.h"
-#include "frame/instrument.h"
-#include "frame/start_up.h"
+#include "frame/instrument/instrument.h"
+#include "frame/session/start_up.h"
 #include "support/open_everything.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/instrument.h"
+#include "frame/instrument/instrument.h"
 
 #include <QCheckBox>
 #include <QComboBox>
