@@ -19,6 +19,7 @@
 #include <QMouseEvent>
 #include <QTemporaryDir>
 #include <QThread>
+#include <QTimer>
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -72,23 +73,40 @@ void Send(QWidget& control, QEvent::Type type, QPointF at) {
     QApplication::sendEvent(&control, &event);
 }
 
+void Tell(const char* what, std::vector<double>& waits) {
+    std::sort(waits.begin(), waits.end());
+    std::printf("%s: median %.1f ms, longest %.1f ms of %zu\n", what, waits[waits.size() / 2], waits.back(),
+                waits.size());
+}
+
+/// Milliseconds until done holds, with the event loop running.
+template <class Done> double WaitUntil(double from, Done done) {
+    while (!done()) {
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return (SecondsOf(CLOCK_BOOTTIME) - from) * 1000;
+}
+
 /// How long the picture takes to follow: from each of so many moves of the pointer to the canvas painted
 /// after it. move tells whether there is anything to follow.
-template <class Move> void MeasureMoves(const char* what, int moves, const FirstPaint& canvas, Move move) {
-    std::vector<double> waits;
-    for (int i = 0; i < moves; ++i) {
-        const int paints = canvas.paints;
-        const double from = SecondsOf(CLOCK_BOOTTIME);
-        const bool follows = move(i);
-        while (follows && canvas.paints == paints) {
-            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
-        waits.push_back((SecondsOf(CLOCK_BOOTTIME) - from) * 1000);
-    }
-    std::sort(waits.begin(), waits.end());
-    std::printf("from a move of the pointer on %s to the painted picture: median %.1f ms, longest %.1f ms of "
-                "%d\n",
-                what, waits[waits.size() / 2], waits.back(), moves);
+template <class Move> double MeasureMove(int i, const FirstPaint& canvas, Move move) {
+    const int paints = canvas.paints;
+    const double from = SecondsOf(CLOCK_BOOTTIME);
+    const bool follows = move(i);
+    return WaitUntil(from, [&] { return !follows || canvas.paints != paints; });
+}
+
+/// What the machine makes of a timer of the same 10 ms that does nothing: the part of a wait that is not the
+/// program's.
+double MeasureBareTimer() {
+    bool fired = false;
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, [&fired] { fired = true; });
+    const double from = SecondsOf(CLOCK_BOOTTIME);
+    timer.start(10);
+    return WaitUntil(from, [&fired] { return fired; });
 }
 
 void MeasureKnob(Instrument& instrument, const FirstPaint& canvas) {
@@ -98,11 +116,15 @@ void MeasureKnob(Instrument& instrument, const FirstPaint& canvas) {
         Send(*knob, type, centre + QPointF(-std::cos(angle), -std::sin(angle)) * 22);
     };
     send(QEvent::MouseButtonPress, 0.2);
-    MeasureMoves("a knob", 60, canvas, [&](int i) {
-        const int level = knob->KnobValue();
-        send(QEvent::MouseMove, 0.3 + 0.04 * i);
-        return knob->KnobValue() != level;
-    });
+    std::vector<double> waits;
+    for (int i = 0; i < 60; ++i) {
+        waits.push_back(MeasureMove(i, canvas, [&](int step) {
+            const int level = knob->KnobValue();
+            send(QEvent::MouseMove, 0.3 + 0.04 * step);
+            return knob->KnobValue() != level;
+        }));
+    }
+    Tell("from a move of the pointer on a knob to the painted picture", waits);
     send(QEvent::MouseButtonRelease, 0.3);
 }
 
@@ -113,11 +135,18 @@ void MeasureCursor(Instrument& instrument, const Record& record, const FirstPain
     QApplication::processEvents();
     auto* handle = instrument.forms.MainForm->control<Picture>("VertCursorHandle", 0);
     Send(*handle, QEvent::MouseButtonPress, {5, 5});
-    MeasureMoves("a cursor's handle", 200, canvas, [&](int i) {
-        const double time = record.VertCursorTime[0];
-        Send(*handle, QEvent::MouseMove, handle->mapFromParent(QPointF(20 + i, 5)));
-        return record.VertCursorTime[0] != time;
-    });
+    std::vector<double> waits;
+    std::vector<double> bare;
+    for (int i = 0; i < 200; ++i) {
+        waits.push_back(MeasureMove(i, canvas, [&](int step) {
+            const double time = record.VertCursorTime[0];
+            Send(*handle, QEvent::MouseMove, handle->mapFromParent(QPointF(20 + step, 5)));
+            return record.VertCursorTime[0] != time;
+        }));
+        bare.push_back(MeasureBareTimer());
+    }
+    Tell("from a move of the pointer on a cursor's handle to the painted picture", waits);
+    Tell("a timer of 10 ms that does nothing, in turns with it", bare);
     Send(*handle, QEvent::MouseButtonRelease, {5, 5});
 }
 

@@ -76,6 +76,8 @@ void LargeTimeWindow::Form_Resize() {
     toTop("ScopeSettingsLabel", height);
     toTop("OtherInfoLabel", height + line);
     toTop("ClipboardButton", height);
+    auto* clipboard = form_.control<QWidget>("ClipboardButton");
+    clipboard->resize(clipboard->width(), 2 * line); // its lower rim stays in the window
     auto* key = form_.control<QWidget>("IdentFrame");
     key->move(canvas->width() - key->width(), form_.height() - key->height());
     for (int channel = 1; channel <= kAllChannels; ++channel) {

@@ -39,6 +39,8 @@ void Surface::Carry(Form& face, const std::vector<Form*>& panels) {
         panel->installEventFilter(this);
     }
     face.setParent(this);
+    // Opaque as it is, what lies behind it need not be painted whenever one of its controls is.
+    face.setAutoFillBackground(true);
     face.raise();
     face.show();
     face.installEventFilter(this);

@@ -68,6 +68,7 @@ TEST_F(LargeTimeWindowTest, GivesTheCanvasAllButTwoLines) {
     EXPECT_EQ(form.control<QWidget>("OtherInfoLabel")->y(), 400 - line);
     const QWidget* key = form.control<QWidget>("IdentFrame");
     EXPECT_EQ(key->geometry().bottomRight(), QPoint(699, 399));
+    EXPECT_EQ(form.control<QWidget>("ClipboardButton")->geometry().bottom(), 399);
     EXPECT_GT(plots, 0);
 }
 

@@ -81,8 +81,9 @@ TEST_F(StartUpTest, TheSplashSaysWhatTheStartUpDoes) {
     for (int line = 0; line < 6; ++line) {
         lines << LabelText(instrument->forms.SplashForm.get(), "Label1", line);
     }
-    EXPECT_EQ(lines, (QStringList{"Corvantine", "loading...", "found 2 x Corvantines",
-                                  "starting application...", "Detected O.S.: Win ?", "Ver" CORVANTINE_VERSION}));
+    EXPECT_EQ(lines,
+              (QStringList{"Corvantine", "loading...", "found 2 x Corvantines", "starting application...",
+                           "Detected O.S.: Win ?", "Ver" CORVANTINE_VERSION}));
 }
 
 TEST_F(StartUpTest, AsksTheDriverInItsFixedOrder) {

@@ -213,4 +213,33 @@ TEST_F(SurfaceParts, DrawsWhatShowsThroughTheFacesCorners) {
     EXPECT_EQ(image.pixelColor(410, 190).alpha(), 0) << "where nothing shows, for compositors without shapes";
 }
 
+/// Counts how often what it watches is painted.
+class PaintCount : public QObject {
+  public:
+    int paints = 0;
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+TEST_F(SurfaceParts, WhatTheFaceCoversIsNotPaintedWithItsControls) {
+    Show();
+    panels[2]->control<Picture>("Image2")->SetPicture(QPixmap::fromImage(toy::PanelPicture(Qt::cyan, 2)));
+    Settle();
+    PaintCount panel;
+    PaintCount control;
+    panels[2]->control<Picture>("Image2")->installEventFilter(&panel);
+    face->control<Picture>("Image1")->installEventFilter(&control);
+    face->control<Picture>("Image1")->update(250, 60, 20, 20); // before the closed panels
+    Settle();
+    EXPECT_EQ(control.paints, 1);
+    EXPECT_EQ(panel.paints, 0);
+    face->hide();
+    Settle();
+    EXPECT_GT(panel.paints, 0) << "what is no longer covered is painted";
+}
+
 } // namespace
