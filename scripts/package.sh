@@ -6,6 +6,7 @@
 #   scripts/package.sh --check    makes them, and looks at them: form, installation, start, removal
 #   scripts/package.sh --here     makes them with what this machine has installed, and needs no root
 #
+#   SYSTEM=FOLDER   makes them in the bare system there, which is installed if it is not there, and stays
 #   KEEP_SYSTEM=1   leaves the temporary folders with the systems
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -18,7 +19,7 @@ for argument in "$@"; do
     --check) check=1 ;;
     --here) here=1 ;;
     *)
-        sed -n '2,9s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,10s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
     esac
@@ -27,7 +28,7 @@ done
 # What is packed: the last commit, with what has been changed since in files that git knows.
 sources() {
     local tree
-    tree=$(git -C "$root" stash create)
+    tree=$(git -C "$root" stash create) || true # it fails where nothing has been changed
     mkdir -p "$1"
     git -C "$root" archive "${tree:-HEAD}" | tar -x -C "$1"
 }
@@ -49,7 +50,11 @@ fi
 
 . "$root/scripts/bare_system.sh"
 need debootstrap git
-temporary_system
+if [ -n "${SYSTEM:-}" ]; then
+    system=$SYSTEM
+else
+    temporary_system
+fi
 maker=$system
 install_system "$maker"
 if [ -n "$check" ]; then

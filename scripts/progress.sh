@@ -52,7 +52,7 @@ ninja_progress() {
             count=${count#[}
             echo "percent $((100 * ${count%/*} / ${count#*/}))"
             ;;
-        "ninja: no work to do."*) ;;
+        "ninja: no work to do."* | "-- "*) ;;
         *) printf '%s\n' "$line" ;;
         esac
     done
