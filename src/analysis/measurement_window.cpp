@@ -49,6 +49,7 @@ QFrame* MakePanel(QWidget* parent, const char* name, int channel, QRect place, C
 
 QLabel* MakeFigure(QWidget* panel, int number, Span span) {
     auto* label = new QLabel(panel);
+    label->setTextFormat(Qt::PlainText);
     label->setObjectName(QStringLiteral("%1_%2").arg(panel->objectName()).arg(number));
     label->setAlignment(Qt::AlignCenter);
     label->setFont(InstrumentFont(QStringLiteral("MS Sans Serif"), 8));

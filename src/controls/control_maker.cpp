@@ -153,8 +153,11 @@ QWidget* MakeWidget(const ControlDesign& row, QWidget* parent, const QFont& font
         link->ReadProperties(bag);
         return link;
     }
-    case ControlKind::Label:
-        return Captioned<QLabel>(row, parent);
+    case ControlKind::Label: {
+        auto* label = Captioned<QLabel>(row, parent);
+        label->setTextFormat(Qt::PlainText); // a text from elsewhere may look like markup
+        return label;
+    }
     case ControlKind::RotatedLabel:
         return Captioned<RotatedLabel>(row, parent);
     case ControlKind::CheckBox:

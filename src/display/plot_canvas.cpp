@@ -48,6 +48,7 @@ PlotCanvas::PlotCanvas(QWidget* parent) : QWidget(parent), raster_(1, 1), Trigge
     TriggerLine_->hide();
     for (int channel = 1; channel <= kAllChannels; ++channel) {
         auto* label = new QLabel(QString(QLatin1Char(kLabelLetters[channel - 1])), this);
+        label->setTextFormat(Qt::PlainText);
         label->setObjectName(ControlName("ChGroundLabel", channel));
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
         label->hide();

@@ -18,7 +18,7 @@ Environment EnvironmentOf(WholeInstrument::Surroundings surroundings) {
     environment.settingsFolder = QDir(surroundings.folder).filePath(QStringLiteral("settings"));
     environment.commandLine = surroundings.commandLine;
     environment.show = std::move(surroundings.show);
-    environment.sleep = [](int) {};
+    environment.sleep = std::move(surroundings.sleep);
     environment.yield =
         surroundings.yield ? std::move(surroundings.yield) : [] { QCoreApplication::processEvents(); };
     return environment;

@@ -17,6 +17,7 @@ class WholeInstrument {
         std::function<void(const QString&)> show = [](const QString&) {}; ///< a message box
         std::function<void()> yield = {};                                 ///< else events are processed
         QString commandLine = {};
+        std::function<void(int)> sleep = [](int) {}; ///< told the milliseconds that are not waited
     };
     WholeInstrument(std::unique_ptr<DriverBackend> backend, Surroundings surroundings);
     ~WholeInstrument();

@@ -47,10 +47,13 @@ void DebugLog::PrintLog(const QString& text) {
     if (!enabled_ || !file_.isOpen()) {
         return;
     }
+    // A text of a module may bring line ends of its own; a line that began with one would seem to be ours.
+    QString line = text;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
     const QString now = QLocale::system().toString(QDateTime::currentDateTime(), QLocale::ShortFormat);
     // What a write or a close fails at is nobody's business: the log must not disturb what it watches.
     file_.write(
-        (QString(indent_, QLatin1Char(' ')) + text + QStringLiteral("   (@ ") + now + QStringLiteral(")\n"))
+        (QString(indent_, QLatin1Char(' ')) + line + QStringLiteral("   (@ ") + now + QStringLiteral(")\n"))
             .toUtf8());
     file_.flush(); // the last line before a crash is the one that counts
 }
