@@ -90,6 +90,9 @@ void Instrument::CreateTabForms() {
 
 void Instrument::CreateSatellites() {
     forms.StatsForm = Satellite(MeasurementDesign(), forms.surface.get());
+    // It comes in front after nearly everything that a hand does, and some window managers give the keys to
+    // whatever comes in front.
+    forms.StatsForm->setWindowFlag(Qt::WindowDoesNotAcceptFocus);
     forms.OffsetNullForm = Satellite(OffsetNullDesign(), forms.surface.get());
     forms.FFTForm = Satellite(SpectrumDesign(), nullptr);
     forms.FullScreenTimeForm = Satellite(LargeTimeDesign(), nullptr);
