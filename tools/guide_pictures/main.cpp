@@ -10,9 +10,9 @@
 #include "controls/face_style.h"
 #include "controls/symbol_font.h"
 #include "driver/driver_choice.h"
-#include "frame/instrument.h"
-#include "frame/shut_down.h"
-#include "frame/start_up.h"
+#include "frame/instrument/instrument.h"
+#include "frame/instrument/shut_down.h"
+#include "frame/session/start_up.h"
 
 #include <QApplication>
 #include <QFile>

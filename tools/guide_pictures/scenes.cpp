@@ -6,7 +6,7 @@
 #include "controls/picture.h"
 #include "controls/slider_control.h"
 #include "display/plot_canvas.h"
-#include "frame/instrument.h"
+#include "frame/instrument/instrument.h"
 
 #include <QApplication>
 #include <QCheckBox>
