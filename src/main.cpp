@@ -44,6 +44,7 @@ int main(int argc, char** argv) {
     EndSignals endSignals;
     QObject::connect(&endSignals, &EndSignals::Came, &DismissBoxes);
     QApplication::setApplicationName(QStringLiteral("Corvantine"));
+    QApplication::setDesktopFileName(QStringLiteral("corvantine")); // whose icon and actions a desktop shows
     QApplication::setQuitOnLastWindowClosed(false);
     LoadSymbolFont();
     InstallAccessibility();
