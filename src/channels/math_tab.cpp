@@ -5,9 +5,9 @@
 #include "controls/form.h"
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
-#include "frame/helpers.h"
-#include "frame/setting_names.h"
-#include "frame/settings.h"
+#include "frame/helpers/helpers.h"
+#include "frame/settings/setting_names.h"
+#include "frame/settings/settings.h"
 
 #include <QCheckBox>
 #include <QComboBox>
