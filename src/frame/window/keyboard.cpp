@@ -77,7 +77,7 @@ bool Keyboard::eventFilter(QObject* watched, QEvent* event) {
         // A text that is being typed keeps its letters by itself, but not all of the others.
         const bool typed = edit != nullptr && !edit->isReadOnly();
         const bool repeated = !press.isAutoRepeat() && repeat_.IsRepeat(press);
-        if (IsOurs(press.keyCombination()) && (typed || repeated)) {
+        if (repeated || (typed && IsOurs(press.keyCombination()))) {
             event->accept();
             return true;
         }
