@@ -183,7 +183,7 @@ void Keys::ExpectEveryKeyWorksFrom(QWidget& window) {
         const bool on = record->ChannelOn[channel];
         const std::string digit = std::to_string(channel);
         Expect(window, digit.c_str(), [&] { return record->ChannelOn[channel] != on; });
-        Expect(window, ("KP_" + digit).c_str(), [&] { return record->ChannelOn[channel] == on; });
+        Expect(window, digit.c_str(), [&] { return record->ChannelOn[channel] == on; });
     }
     auto* zoom = Main<KnobControl1>("HorizZoomKnob");
     zoom->SetKnobValue(7);
