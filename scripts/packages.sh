@@ -2,7 +2,7 @@
 
 build_packages="build-essential cmake ninja-build qt6-base-dev libxcb-shape0-dev libkissfft-dev fonts-liberation fonts-comic-neue"
 screen_packages="xvfb openbox dbus-daemon x11-utils imagemagick"
-test_packages="libgtest-dev libgmock-dev libsm-dev python3 xfwm4 metacity xdotool xclip weston wl-clipboard qt6-wayland x11-xserver-utils"
+test_packages="libgtest-dev libgmock-dev libsm-dev python3 xfwm4 metacity xdotool xclip weston wl-clipboard qt6-wayland xwayland x11-xserver-utils"
 
 # Installs those of the packages that are missing; asks nobody anything and does nothing if none is.
 need() {

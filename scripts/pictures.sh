@@ -1,6 +1,6 @@
 #!/bin/bash
-# Takes the documents' pictures of the program anew, small enough to be kept: docs/screens, docs/guide/main.png
-# and from it the guide. Pictures for the eye alone stay in build/pictures, at the scale and under the window
+# Takes the documents' pictures of the program anew, small enough to be kept: docs/screens, and the guide with
+# its own. Pictures for the eye alone stay in build/pictures, at the scale and under the window
 # manager that are named.
 #
 #   scripts/pictures.sh [openbox|xfwm4|metacity [SCALE]]
@@ -16,7 +16,7 @@ shots=$root/build/pictures/${manager}_${scale}x
 stack=$bin/drivers/libcorvantine_simulated_stack.so
 
 cmake --preset shipped >/dev/null
-cmake --build --preset shipped --target corvantine corvantine_screens corvantine_simulated_stack render_guide
+cmake --build --preset shipped --target corvantine corvantine_screens corvantine_simulated_stack
 rm -rf "$shots"
 mkdir -p "$shots"
 CORVANTINE_DRIVER=$stack QT_SCALE_FACTOR=$scale SCREEN=$((1600 * scale))x$((900 * scale))x24 \
@@ -32,5 +32,4 @@ sheet skins "$shots"/skin_*.png
 sheet panels "$shots"/panel_*.png
 sheet windows "$shots"/{measurements,measurements_math,offset_null,splash,large_time,spectrum_*_dB}.png
 convert "$shots/main.png" -dither None -colors 255 -strip docs/screens/main.png
-cp docs/screens/main.png docs/guide/main.png
-QT_QPA_PLATFORM=offscreen "$bin/render_guide" docs/guide/guide.html UsersGuide/Corvantineug.pdf
+scripts/guide.sh

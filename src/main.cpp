@@ -3,12 +3,12 @@
 #include "controls/symbol_font.h"
 #include "driver/driver.h"
 #include "driver/driver_choice.h"
-#include "frame/closing.h"
-#include "frame/end_signals.h"
-#include "frame/instrument.h"
-#include "frame/session_end.h"
-#include "frame/shut_down.h"
-#include "frame/start_up.h"
+#include "frame/instrument/closing.h"
+#include "frame/instrument/instrument.h"
+#include "frame/instrument/shut_down.h"
+#include "frame/session/end_signals.h"
+#include "frame/session/session_end.h"
+#include "frame/session/start_up.h"
 
 #include <QApplication>
 #include <QMessageBox>

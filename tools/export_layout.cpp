@@ -1,5 +1,5 @@
 // Prints the places of the main form's controls: export_layout > skins/layout.json
-#include "frame/main_form_design.h"
+#include "frame/window/main_form_design.h"
 #include "layout_json.h"
 
 #include <cstdio>

@@ -7,7 +7,7 @@
 #include "channels/volts_table.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
-#include "frame/settings.h"
+#include "frame/settings/settings.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -4,7 +4,7 @@
 #include "driver/builtin_backend.h"
 #include "driver/driver.h"
 #include "driver/library_backend.h"
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 // The outline of a picture, from its bytes to the region of the window.
 
 #include "controls/colour.h"
-#include "frame/debug_log.h"
+#include "frame/log/debug_log.h"
 #include "skin/dib_section.h"
 #include "skin/outline_scan.h"
 #include "skin/skin_colour.h"

@@ -2,9 +2,9 @@
 
 #include "controls/form.h"
 #include "controls/picture.h"
-#include "frame/all_forms.h"
-#include "frame/debug_log.h"
-#include "frame/main_form_design.h"
+#include "frame/log/debug_log.h"
+#include "frame/window/all_forms.h"
+#include "frame/window/main_form_design.h"
 #include "skin/skin_selection.h"
 #include "skin/surface.h"
 #include "skin/tab_panels.h"

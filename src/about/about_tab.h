@@ -1,8 +1,8 @@
 #pragma once
 
 #include "driver/driver.h"
-#include "frame/messages.h"
-#include "frame/record.h"
+#include "frame/log/show_message.h"
+#include "frame/record/record.h"
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/record.h"
+#include "frame/record/record.h"
 
 /// The lines of the about tab's two lists; pure text made from the record.
 namespace about {

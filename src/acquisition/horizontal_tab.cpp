@@ -2,9 +2,9 @@
 
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
-#include "frame/setting_names.h"
-#include "frame/setting_text.h"
-#include "frame/settings.h"
+#include "frame/settings/setting_names.h"
+#include "frame/settings/setting_text.h"
+#include "frame/settings/settings.h"
 
 #include <utility>
 

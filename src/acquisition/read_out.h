@@ -1,7 +1,7 @@
 #pragma once
 
 #include "driver/driver.h"
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 /// What is done to every sample on its way into the record.
 struct Conditioning {

@@ -4,7 +4,7 @@
 #include "acquisition/colours.h"
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
-#include "frame/channel_sets.h"
+#include "frame/record/channel_sets.h"
 
 #include <QTimer>
 #include <algorithm>

@@ -4,9 +4,9 @@
 #include "acquisition/read_out.h"
 #include "acquisition/trigger_status.h"
 #include "acquisition/waiting.h"
-#include "channels/channel_scale.h"
 #include "driver/driver.h"
-#include "frame/record.h"
+#include "frame/record/channel_scale.h"
+#include "frame/record/record.h"
 
 #include <QObject>
 #include <array>

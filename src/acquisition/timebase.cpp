@@ -8,8 +8,8 @@
 #include "controls/number_format.h"
 #include "controls/rounding.h"
 #include "controls/slider_control.h"
-#include "frame/channel_sets.h"
-#include "frame/helpers.h"
+#include "frame/helpers/helpers.h"
+#include "frame/record/channel_sets.h"
 
 #include <QLabel>
 #include <QPalette>

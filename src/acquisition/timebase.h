@@ -3,7 +3,7 @@
 #include "acquisition/acquisition_state.h"
 #include "acquisition/timebase_table.h"
 #include "driver/driver.h"
-#include "frame/record.h"
+#include "frame/record/record.h"
 
 #include <QObject>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/indexed.h"
+#include "frame/record/indexed.h"
 
 #include <cstdint>
 

@@ -6,7 +6,7 @@
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
 #include "controls/slider_control.h"
-#include "frame/channel_sets.h"
+#include "frame/record/channel_sets.h"
 
 #include <QLabel>
 #include <QTimer>

@@ -2,7 +2,7 @@
 
 #include "acquisition/acquisition_state.h"
 #include "driver/driver.h"
-#include "frame/record.h"
+#include "frame/record/record.h"
 
 #include <QObject>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/record.h"
+#include "frame/record/record.h"
 
 #include <QLabel>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <QString>
 #include <array>

@@ -1,6 +1,6 @@
 #include "analysis/measurement_design.h"
 
-#include "frame/record.h"
+#include "frame/record/record.h"
 
 namespace {
 

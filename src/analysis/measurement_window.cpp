@@ -7,7 +7,7 @@
 #include "controls/number_format.h"
 #include "controls/picture.h"
 #include "controls/window_mover.h"
-#include "frame/helpers.h"
+#include "frame/helpers/helpers.h"
 
 #include <QCheckBox>
 #include <QFrame>

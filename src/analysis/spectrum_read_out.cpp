@@ -2,7 +2,7 @@
 
 #include "controls/number_format.h"
 #include "controls/rounding.h"
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <algorithm>
 

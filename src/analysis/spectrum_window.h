@@ -2,9 +2,9 @@
 
 #include "analysis/fitted_label.h"
 #include "analysis/spectrum_read_out.h"
-#include "channels/channel_scale.h"
 #include "display/plotter.h"
-#include "frame/record.h"
+#include "frame/record/channel_scale.h"
+#include "frame/record/record.h"
 
 #include <QObject>
 #include <array>

@@ -8,8 +8,8 @@
 #include "controls/panel_design.h"
 #include "controls/picture.h"
 #include "display/canvas.h"
-#include "frame/channel_sets.h"
-#include "frame/helpers.h"
+#include "frame/helpers/helpers.h"
+#include "frame/record/channel_sets.h"
 
 #include <QLabel>
 #include <QRadioButton>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "channels/channel_scale.h"
 #include "driver/driver.h"
-#include "frame/record.h"
+#include "frame/record/channel_scale.h"
+#include "frame/record/record.h"
 
 #include <QObject>
 #include <array>

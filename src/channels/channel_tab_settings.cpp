@@ -1,9 +1,9 @@
 #include "channels/channel_tab.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
-#include "frame/setting_names.h"
-#include "frame/setting_text.h"
-#include "frame/settings.h"
+#include "frame/settings/setting_names.h"
+#include "frame/settings/setting_text.h"
+#include "frame/settings/settings.h"
 
 #include <QRadioButton>
 #include <cmath>

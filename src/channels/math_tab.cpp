@@ -6,9 +6,9 @@
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
 #include "controls/panel_design.h"
-#include "frame/helpers.h"
-#include "frame/setting_names.h"
-#include "frame/settings.h"
+#include "frame/helpers/helpers.h"
+#include "frame/settings/setting_names.h"
+#include "frame/settings/settings.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "channels/math_channel.h"
-#include "frame/record.h"
+#include "frame/record/record.h"
 
 #include <QObject>
 #include <array>

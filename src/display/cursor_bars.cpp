@@ -4,7 +4,7 @@
 #include "controls/number_format.h"
 #include "controls/rounding.h"
 #include "display/cursor_arithmetic.h"
-#include "frame/helpers.h"
+#include "frame/helpers/helpers.h"
 
 #include <QCheckBox>
 #include <QTimer>

@@ -1,6 +1,6 @@
 #include "display/cursor_readouts.h"
 
-#include "frame/helpers.h"
+#include "frame/helpers/helpers.h"
 
 const QString& CursorReadouts::Text(int cursor, double position) {
     Kept& kept = kept_.at(static_cast<std::size_t>(cursor));

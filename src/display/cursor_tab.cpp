@@ -2,9 +2,9 @@
 
 #include "controls/form.h"
 #include "display/cursor_arithmetic.h"
-#include "frame/setting_names.h"
-#include "frame/setting_text.h"
-#include "frame/settings.h"
+#include "frame/settings/setting_names.h"
+#include "frame/settings/setting_text.h"
+#include "frame/settings/settings.h"
 
 #include <QCheckBox>
 #include <algorithm>

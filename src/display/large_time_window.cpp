@@ -6,7 +6,7 @@
 #include "controls/knob_control.h"
 #include "controls/window_mover.h"
 #include "display/plot_canvas.h"
-#include "frame/channel_sets.h"
+#include "frame/record/channel_sets.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>

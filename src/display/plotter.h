@@ -5,7 +5,7 @@
 #include "display/draw_plot.h"
 #include "display/spectrum_preparation.h"
 #include "driver/driver.h"
-#include "frame/record.h"
+#include "frame/record/record.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #include "driver/builtin_backend.h"
 
 #include "arithmetic/rescale.h"
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "driver/driver.h"
 
 #include "driver/trust.h"
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "channels/channel_scale.h"
 #include "export/data_file.h"
 #include "export/output_files.h"
-#include "frame/record.h"
+#include "frame/record/channel_scale.h"
+#include "frame/record/record.h"
 
 #include <QObject>
 #include <functional>

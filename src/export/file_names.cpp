@@ -1,6 +1,6 @@
 #include "export/file_names.h"
 
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "channels/channel_scale.h"
 #include "export/data_file.h"
-#include "frame/record.h"
+#include "frame/record/channel_scale.h"
+#include "frame/record/record.h"
 
 class OutputFiles;
 

@@ -1,6 +1,6 @@
 #include "skin/outline_scan.h"
 
-#include "frame/debug_log.h"
+#include "frame/log/debug_log.h"
 #include "skin/dib_section.h"
 #include "skin/region_bands.h"
 

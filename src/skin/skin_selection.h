@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/record.h"
+#include "frame/record/record.h"
 #include "skin/dib_section.h"
 #include "skin/dib_section_region.h"
 #include "skin/skin_colour.h"

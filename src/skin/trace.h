@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/debug_log.h"
+#include "frame/log/debug_log.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 #include "acquisition/acquisition_rig.h"
 #include "acquisition/acquisition_settings.h"
 #include "acquisition/horizontal_tab.h"
-#include "frame/settings.h"
+#include "frame/settings/settings.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

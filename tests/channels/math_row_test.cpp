@@ -1,6 +1,6 @@
 #include "channels/math_row.h"
 
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 #include "controls/button_control.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
-#include "frame/settings.h"
+#include "frame/settings/settings.h"
 #include "support/call_lists.h"
 
 #include <QCheckBox>

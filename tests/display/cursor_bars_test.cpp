@@ -5,8 +5,8 @@
 #include "display/cursor_tab.h"
 #include "display/cursor_tab_design.h"
 #include "display/plot_canvas.h"
-#include "frame/main_form_design.h"
-#include "frame/settings.h"
+#include "frame/settings/settings.h"
+#include "frame/window/main_form_design.h"
 #include "support/call_lists.h"
 #include "support/scripted_driver.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "display/draw_plot.h"
-#include "frame/record.h"
+#include "frame/record/record.h"
 
 /// A time display as the program starts with it, whose every argument a test may change.
 struct PlotScene {

@@ -1,7 +1,7 @@
 #include "driver/builtin_backend.h"
 
 #include "driver/driver.h"
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "driver/library_backend.h"
 #include "driver/lies.h"
 
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <gtest/gtest.h>
 

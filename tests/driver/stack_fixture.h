@@ -2,7 +2,7 @@
 
 #include "driver/driver.h"
 #include "driver/library_backend.h"
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <gtest/gtest.h>
 

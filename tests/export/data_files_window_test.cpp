@@ -2,9 +2,9 @@
 #include "controls/face_style.h"
 #include "controls/symbol_font.h"
 #include "driver/builtin_backend.h"
-#include "frame/instrument.h"
-#include "frame/shut_down.h"
-#include "frame/start_up.h"
+#include "frame/instrument/instrument.h"
+#include "frame/instrument/shut_down.h"
+#include "frame/session/start_up.h"
 #include "window/real_mouse.h"
 
 #include <QCheckBox>

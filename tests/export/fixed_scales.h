@@ -1,7 +1,7 @@
 #pragma once
 
-#include "channels/channel_scale.h"
-#include "frame/record.h"
+#include "frame/record/channel_scale.h"
+#include "frame/record/record.h"
 
 /// A channel whose knobs a test sets.
 class FixedScale : public ChannelScale {

@@ -1,6 +1,6 @@
 #include "export/data_file.h"
 #include "export/file_text.h"
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <QFile>
 #include <gtest/gtest.h>

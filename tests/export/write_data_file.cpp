@@ -4,7 +4,7 @@
 #include "export/data_file.h"
 #include "export/file_text.h"
 #include "export/output_files.h"
-#include "frame/samples.h"
+#include "frame/record/samples.h"
 
 #include <QDateTime>
 #include <QLocale>

@@ -2,8 +2,8 @@
 
 #include "driver/driver.h"
 #include "driver/driver_backend.h"
-#include "frame/indexed.h"
-#include "frame/samples.h"
+#include "frame/record/indexed.h"
+#include "frame/record/samples.h"
 
 #include <deque>
 #include <functional>

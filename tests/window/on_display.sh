@@ -51,25 +51,48 @@ start() {
     pids+=($!)
 }
 
-mkfifo "$scratch/number"
-start screen bash -c 'exec Xvfb -displayfd 3 -screen 0 "$1" -dpi 96 -nolisten tcp -noreset 3>"$2"' \
-    Xvfb "${SCREEN:-1920x1080x24}" "$scratch/number"
-number=
-read -r -t 60 number <>"$scratch/number"
-[ -n "$number" ] || fail "the screen did not come up"
-unset WAYLAND_DISPLAY
-export DISPLAY=:$number QT_QPA_PLATFORM=xcb NO_AT_BRIDGE=1 LIBGL_ALWAYS_SOFTWARE=1
-
-if [ -n "${MONITORS:-}" ]; then
-    IFS=x read -r width height _ <<<"${SCREEN:-1920x1080x24}"
-    half=$((width / 2))
-    xrandr --setmonitor left "$half/500x$height/285+0+0" screen &&
-        xrandr --setmonitor right "$half/500x$height/285+$half+0" none || fail "no second monitor"
-    export QT_SCREEN_SCALE_FACTORS="left=${MONITORS%,*};right=${MONITORS#*,}"
-fi
+# Starts an X server that tells its number by its file descriptor 3, and waits for it.
+serve() {
+    local name=$1
+    shift
+    rm -f "$scratch/number"
+    mkfifo "$scratch/number"
+    start "$name" bash -c 'exec "${@:2}" -displayfd 3 -dpi 96 -nolisten tcp -noreset 3>"$1"' \
+        "$name" "$scratch/number" "$@"
+    number=
+    read -r -t 60 number <>"$scratch/number"
+    [ -n "$number" ] || fail "$name did not come up"
+    export DISPLAY=:$number
+}
 
 mkdir -p "$scratch/config" "$scratch/cache"
 mkdir -m 700 "$scratch/run"
+unset WAYLAND_DISPLAY
+serve screen Xvfb -screen 0 "${SCREEN:-1920x1080x24}"
+
+if [ -n "${MONITORS:-}" ]; then
+    # A virtual screen has one output. A second monitor that is only a part of it is none for xfwm4, whose
+    # toolkit passes over monitors without an output of their own. So a compositor provides two outputs, in
+    # windows that nobody looks at, and an X server on it makes them into one screen.
+    IFS=x read -r width height _ <<<"${SCREEN:-1920x1080x24}"
+    start outputs env XDG_RUNTIME_DIR="$scratch/run" weston --backend=x11-backend.so --use-pixman --no-config \
+        --idle-time=0 --width=$((width / 2)) --height="$height" --output-count=2 --socket=outputs
+    for ((i = 0; ; ++i)); do
+        [ -S "$scratch/run/outputs" ] && break
+        [ $i -lt 600 ] && kill -0 "${pids[-1]}" 2>/dev/null || fail "no compositor for two monitors"
+        sleep 0.05
+    done
+    serve monitors env WAYLAND_DISPLAY="$scratch/run/outputs" Xwayland -shm
+    for ((i = 0; ; ++i)); do
+        [ "$(xrandr --listmonitors | grep -c "$((width / 2))/.*x$height/")" = 2 ] && break
+        [ $i -lt 600 ] || fail "there are not two monitors: $(xrandr --listmonitors)"
+        sleep 0.05
+    done
+    xrandr --output XWAYLAND0 --primary || fail "no primary monitor"
+    export QT_SCREEN_SCALE_FACTORS="XWAYLAND0=${MONITORS%,*};XWAYLAND1=${MONITORS#*,}"
+fi
+export QT_QPA_PLATFORM=xcb NO_AT_BRIDGE=1 LIBGL_ALWAYS_SOFTWARE=1
+
 if [ "$manager" = weston ]; then
     export XDG_RUNTIME_DIR=$scratch/run # for a socket of its own
 else

@@ -3,7 +3,7 @@
 #include "controls/knob_control.h"
 #include "controls/symbol_font.h"
 #include "display/plot_canvas.h"
-#include "frame/instrument_fixture.h"
+#include "frame/instrument/instrument_fixture.h"
 #include "real_mouse.h"
 
 #include <QProcess>

@@ -6,9 +6,9 @@
 #include "controls/picture.h"
 #include "controls/symbol_font.h"
 #include "driver/driver_choice.h"
-#include "frame/instrument.h"
-#include "frame/shut_down.h"
-#include "frame/start_up.h"
+#include "frame/instrument/instrument.h"
+#include "frame/instrument/shut_down.h"
+#include "frame/session/start_up.h"
 
 #include <QApplication>
 #include <QCheckBox>

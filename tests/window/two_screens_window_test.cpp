@@ -1,6 +1,6 @@
 #include "controls/face_style.h"
 #include "controls/symbol_font.h"
-#include "frame/instrument_fixture.h"
+#include "frame/instrument/instrument_fixture.h"
 #include "real_mouse.h"
 
 #include <QProcess>

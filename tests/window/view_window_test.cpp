@@ -1,6 +1,6 @@
 #include "window/front_panel.h"
 
-#include "frame/helpers.h"
+#include "frame/helpers/helpers.h"
 
 #include <QCheckBox>
 #include <QClipboard>

@@ -2,7 +2,7 @@
 #include "controls/face_style.h"
 #include "controls/symbol_font.h"
 #include "display/plot_canvas.h"
-#include "frame/instrument_fixture.h"
+#include "frame/instrument/instrument_fixture.h"
 #include "real_mouse.h"
 
 #include <QComboBox>

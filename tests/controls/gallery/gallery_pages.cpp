@@ -7,7 +7,7 @@
 #include "controls/hyperlink_label.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
-#include "frame/all_forms.h"
+#include "frame/window/all_forms.h"
 
 #include <QApplication>
 #include <QFocusEvent>
