@@ -257,7 +257,8 @@ CORVANTINE_DRIVER_EXPORT void CorvantineDrvr_ReScaleSampleData(const float* sour
                                                                float new_volts);
 
 /* The traces of the demonstration: count (3000) samples in steps around offset, inside -127..127, another
- * form for each channel_less_one 0..3. phase is ten times the number of the pass: the trace moves with it. */
+ * form for each channel_less_one 0..3. phase is ten times the number of the pass: the trace moves with it.
+ * Passes are counted from 0 and begin anew after 2^27 - 1. */
 CORVANTINE_DRIVER_EXPORT void CorvantineDrvr_MakeSampleData(double* buffer, int32_t count, double offset,
                                                             int32_t channel_less_one, int32_t phase);
 

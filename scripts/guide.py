@@ -9,7 +9,7 @@ What ages is not written in the source but put in here:
   <table data-facts="timebase">   a table of the program's
   <pre data-run="NAME">, <pre data-output="NAME">   a Python program, and what it prints where the saved files lie
 A control that somebody who sees the picture would ask about and no item names is an error, and so is an item
-without a control, and a key of the program that stands in no <kbd>.
+without a control, a number that lies over another, and a key of the program that stands in no <kbd>.
 """
 
 import hashlib
@@ -62,6 +62,7 @@ def put_numbers(body, pictures, boxes):
         controls = pictures[name]["controls"]
         box, width, height = boxes[name]
         told = []
+        centres = []
         for number, item in enumerate(parts.findall("li"), 1):
             named = item.attrib.pop("data-control").split()
             for control in named:
@@ -71,8 +72,11 @@ def put_numbers(body, pictures, boxes):
             left, top, across, down = controls[named[0]]["place"]
             x, y = CORNERS[item.attrib.pop("data-at", "nw")]
             dx, dy = (float(d) for d in item.attrib.pop("data-by", "0 0").split())
-            place = (f"left:{(left + across * x) * width - BADGE / 2 + dx:.2f}mm;"
-                     f"top:{(top + down * y) * height - BADGE / 2 + dy:.2f}mm")
+            centre = complex((left + across * x) * width + dx, (top + down * y) * height + dy)
+            if any(abs(centre - other) < 0.9 * BADGE for other in centres):
+                fail(f"number {number} of {name} lies over another")
+            centres.append(centre)
+            place = f"left:{centre.real - BADGE / 2:.2f}mm;top:{centre.imag - BADGE / 2:.2f}mm"
             ElementTree.SubElement(box, "span", {"style": place}).text = str(number)
         untold = [control for control, facts in controls.items()
                   if facts["asked"] and not any(contains(place, facts["place"]) for place in told)]

@@ -2,13 +2,16 @@
 
 build_packages="build-essential cmake ninja-build qt6-base-dev libxcb-shape0-dev libkissfft-dev fonts-liberation fonts-comic-neue"
 screen_packages="xvfb openbox dbus-daemon x11-utils imagemagick"
-test_packages="libgtest-dev libgmock-dev libsm-dev python3 xfwm4 metacity xdotool xclip weston wl-clipboard qt6-wayland xwayland x11-xserver-utils"
+test_packages="libgtest-dev libgmock-dev libsm-dev libxcb-res0-dev python3 xfwm4 metacity xdotool xclip weston wl-clipboard qt6-wayland xwayland x11-xserver-utils appstream desktop-file-utils pkg-config"
+
+. "${BASH_SOURCE[0]%/*}/progress.sh"
 
 # Installs those of the packages that are missing; asks nobody anything and does nothing if none is.
 need() {
-    local missing=() package as_root=()
+    local missing=() package as_root=() installed begin=$SECONDS
+    installed=" $(dpkg-query -W -f='${Package}:${db:Status-Status} ' "$@" 2>/dev/null || true)"
     for package in "$@"; do
-        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+        [[ $installed == *" $package:installed "* ]] || missing+=("$package")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
     if [ "$(id -u)" -ne 0 ]; then
@@ -17,9 +20,14 @@ need() {
             return 1
         fi
         as_root=(sudo)
+        sudo -v || return 1 # it may ask for the password, which the progress would hide
     fi
     echo "Installing ${missing[*]}"
-    "${as_root[@]}" apt-get update -qq &&
+    "${as_root[@]}" apt-get -o DPkg::Lock::Timeout=600 update -qq || return 1
+    {
         "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-            apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+            apt-get -o DPkg::Lock::Timeout=600 -o APT::Status-Fd=1 -o Dpkg::Use-Pty=0 \
+            install -y -qq --no-install-recommends "${missing[@]}" || echo failed
+    } | apt_progress | show_progress installed || return 1
+    echo "  installed in $((SECONDS - begin)) s"
 }

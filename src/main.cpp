@@ -7,6 +7,7 @@
 #include "frame/instrument/instrument.h"
 #include "frame/instrument/shut_down.h"
 #include "frame/session/end_signals.h"
+#include "frame/session/exit_keeper.h"
 #include "frame/session/session_end.h"
 #include "frame/session/start_up.h"
 
@@ -43,6 +44,7 @@ int main(int argc, char** argv) {
     EndSignals endSignals;
     QObject::connect(&endSignals, &EndSignals::Came, &DismissBoxes);
     QApplication::setApplicationName(QStringLiteral("Corvantine"));
+    QApplication::setDesktopFileName(QStringLiteral("corvantine")); // whose icon and actions a desktop shows
     QApplication::setQuitOnLastWindowClosed(false);
     LoadSymbolFont();
     InstallAccessibility();
@@ -59,6 +61,7 @@ int main(int argc, char** argv) {
     Instrument instrument(record, driver, std::move(environment));
     QObject::connect(&endSignals, &EndSignals::Came, [&instrument] { ShutDown(instrument); });
     SaveWithTheSession(instrument);
+    const ExitKeeper keeper([&instrument] { instrument.KeepSettings(); });
     if (endSignals.HaveCome()) {
         return 0;
     }

@@ -45,9 +45,11 @@ class Noise {
     std::uint32_t state_;
 };
 
-/// Accumulator steps for each sample; the accumulator wraps where the period does.
+/// Accumulator steps for each sample; the accumulator wraps where the period does. Whatever moves by a whole
+/// number of such steps a pass is back at its beginning after 2^27 passes, when their count begins anew.
 std::uint32_t Advance(double period) {
-    return static_cast<std::uint32_t>(kFullTurn / period);
+    constexpr std::uint32_t kRound = 32;
+    return static_cast<std::uint32_t>(kFullTurn / period) / kRound * kRound;
 }
 
 } // namespace

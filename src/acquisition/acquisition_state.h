@@ -26,4 +26,5 @@ inline constexpr int kProbeTicks = 20;     ///< 5 s of free running before the n
 inline constexpr int kProbeSoonTicks = 19; ///< a change asks for a probe within one 250 ms tick
 inline constexpr int kReleaseTicks = 5;    ///< more ticks than this without a trigger release auto mode
 inline constexpr int kRISPassesPerTick = 5;
-inline constexpr int kPassCountEnd = 200'000'000; ///< ten times this is the greatest phase that 32 bits hold
+/// Ten times this fits into 32 bits. A power of two, where the demonstration's traces come round.
+inline constexpr int kPassCountEnd = 1 << 27;

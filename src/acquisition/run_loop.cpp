@@ -288,8 +288,10 @@ void RunLoop::AutoTriggerTimer_Timer() {
         state_.WaitTicks = 0;
         state_.AutoTicks = 0;
     } else {
-        ++state_.WaitTicks;
-        ++state_.AutoTicks;
+        // Held where they have said all they can: a stopped instrument goes on counting for as long as it
+        // stands.
+        state_.WaitTicks = std::min(state_.WaitTicks, kReleaseTicks) + 1;
+        state_.AutoTicks = std::min(state_.AutoTicks, kProbeTicks - 1) + 1;
     }
 }
 

@@ -16,6 +16,8 @@ constexpr auto kEnding = ".dylib";
 constexpr auto kEnding = ".so";
 #endif
 
+constexpr auto kDemonstration = "demonstration";
+
 } // namespace
 
 QString NamedDriver() {
@@ -27,6 +29,9 @@ QString DriverBesideProgram(const QString& folder) {
 }
 
 DriverChoice ChooseDriver(const QString& named, const QString& applicationFolder) {
+    if (named == QLatin1String(kDemonstration)) {
+        return {std::make_unique<BuiltinBackend>(), {}, {}};
+    }
     const QString beside = DriverBesideProgram(applicationFolder);
     const QString library = !named.isEmpty() ? named : QFileInfo::exists(beside) ? beside : QString();
     if (library.isEmpty()) {

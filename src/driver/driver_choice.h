@@ -18,6 +18,7 @@ QString NamedDriver();
 /// The driver that lies beside the program: CorvantineDrvr_W32 with the platform's ending, in folder.
 QString DriverBesideProgram(const QString& folder);
 
-/// named: a library to use and no other, unless empty. Else the one in the application's folder, if it is
-/// there, else the built-in driver. No other folder is searched.
+/// named: a library to use and no other, unless empty; the word "demonstration" is the built-in driver,
+/// whatever lies beside the program. Else the one in the application's folder, if it is there, else the
+/// built-in driver. No other folder is searched.
 DriverChoice ChooseDriver(const QString& named, const QString& applicationFolder);

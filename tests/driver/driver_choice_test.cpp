@@ -52,6 +52,14 @@ TEST_F(DriverChoiceTest, LibraryBesideTheProgram) {
     EXPECT_EQ(choice.backend->OpenDrvr(), 4711);
 }
 
+TEST_F(DriverChoiceTest, ADemonstrationCanBeAskedForBesideADriver) {
+    ASSERT_TRUE(QFile::copy(CORVANTINE_MINIMAL_DRIVER, DriverBesideProgram(folder.path())));
+    const DriverChoice choice = ChooseDriver("demonstration", folder.path());
+    EXPECT_TRUE(IsBuiltIn(choice));
+    EXPECT_EQ(Failure(choice), "");
+    EXPECT_TRUE(choice.library.isEmpty());
+}
+
 TEST_F(DriverChoiceTest, NamedLibraryComesFirst) {
     Write(QFileInfo(DriverBesideProgram(folder.path())).fileName(), "not looked at");
     const DriverChoice choice = ChooseDriver(CORVANTINE_MINIMAL_DRIVER, folder.path());

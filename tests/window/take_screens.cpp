@@ -9,10 +9,10 @@
 #include "frame/instrument/instrument.h"
 #include "frame/instrument/shut_down.h"
 #include "frame/session/start_up.h"
+#include "support/open_everything.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDir>
 #include <QListWidget>
 #include <QPixmap>
@@ -78,14 +78,8 @@ void TakePanels(Instrument& instrument, const Photographer& photographer) {
 void TakeSpectra(Instrument& instrument, const Photographer& photographer) {
     const Forms& forms = instrument.forms;
     const Form& math = *forms.TabForm[kMathTab];
-    for (int number : {1, 2}) {
-        math.control<QComboBox>(number == 1 ? "Math1Combo" : "Math2Combo", 2)->setCurrentIndex(number);
-        math.control<QCheckBox>("MathChannelEn", number)->setChecked(true);
-        instrument.mathTab->MathChannelEn_Click(number);
-        instrument.mathTab->FFTButton_Click(number - 1);
-    }
+    OpenSpectra(instrument);
     for (auto& tab : instrument.channelTabs) {
-        tab->FFTButton_Click();
         tab->BWLimitButton_Click();
     }
     for (int cursor = 0; cursor < Record::kCursors; ++cursor) {

@@ -178,7 +178,6 @@ void TakeFastSignals(Instrument& instrument, Camera& camera, const QDir& saved) 
     Photographer photographer(instrument, camera);
     Forms& forms = instrument.forms;
     Wait(3000); // until auto mode has found the trigger
-    photographer.Plot(QStringLiteral("first_trace"));
     photographer.ShowCursors();
     photographer.Face(QStringLiteral("face"));
     TakeSkins(instrument, photographer);

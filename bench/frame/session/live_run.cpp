@@ -10,10 +10,10 @@
 #include "driver/driver_choice.h"
 #include "frame/instrument/instrument.h"
 #include "frame/session/start_up.h"
+#include "support/open_everything.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMouseEvent>
@@ -148,22 +148,6 @@ void MeasureCursor(Instrument& instrument, const Record& record, const FirstPain
     Tell("from a move of the pointer on a cursor's handle to the painted picture", waits);
     Tell("a timer of 10 ms that does nothing, in turns with it", bare);
     Send(*handle, QEvent::MouseButtonRelease, {5, 5});
-}
-
-/// All that a person can open: both math channels, six spectra, and the large time window.
-void OpenEverything(Instrument& instrument) {
-    const Form& math = *instrument.forms.TabForm[kMathTab];
-    for (int number : {1, 2}) {
-        math.control<QComboBox>(number == 1 ? "Math1Combo" : "Math2Combo", 2)->setCurrentIndex(number);
-        math.control<QCheckBox>("MathChannelEn", number)->setChecked(true);
-        instrument.mathTab->MathChannelEn_Click(number);
-        instrument.mathTab->FFTButton_Click(number - 1);
-    }
-    for (auto& tab : instrument.channelTabs) {
-        tab->FFTButton_Click();
-    }
-    instrument.shell->FullScreenButton_Click();
-    instrument.forms.FullScreenTimeForm->setGeometry(0, 0, 1920, 1030);
 }
 
 } // namespace

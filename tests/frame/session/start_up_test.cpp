@@ -81,8 +81,9 @@ TEST_F(StartUpTest, TheSplashSaysWhatTheStartUpDoes) {
     for (int line = 0; line < 6; ++line) {
         lines << LabelText(instrument->forms.SplashForm.get(), "Label1", line);
     }
-    EXPECT_EQ(lines, (QStringList{"Corvantine", "loading...", "found 2 x Corvantines",
-                                  "starting application...", "Detected O.S.: Win ?", "Ver1.0.0"}));
+    EXPECT_EQ(lines,
+              (QStringList{"Corvantine", "loading...", "found 2 x Corvantines", "starting application...",
+                           "Detected O.S.: Win ?", "Ver" CORVANTINE_VERSION}));
 }
 
 TEST_F(StartUpTest, AsksTheDriverInItsFixedOrder) {
@@ -165,7 +166,7 @@ TEST_F(StartUpTest, TheDebugWordWritesTheStepsToTheLog) {
     const QStringList lines = Lines(Log());
     QStringList expected{
         QStringLiteral("*********************************START****************************************"),
-        QStringLiteral("Starting Corvantine application Ver1.0.0"),
+        QStringLiteral("Starting Corvantine application Ver" CORVANTINE_VERSION),
         QStringLiteral("Opening driver"),
         QStringLiteral("Driver issue scripted"),
         QStringLiteral("Windows ver Detected O.S.: Win ?"),
