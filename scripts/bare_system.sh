@@ -26,6 +26,8 @@ temporary_system() {
 install_system() {
     local site
     [ -x "$1/bin/bash" ] && return
+    mkdir -p "$1"
+    chmod 755 "$1" # a temporary folder is closed to the system's ordinary users
     # The same mirror that this machine takes its packages from.
     site=$(apt-get indextargets --format '$(SITE)' 'Created-By: Packages' 'Codename: bookworm' | head -n 1)
     debootstrap --variant=minbase bookworm "$1" "$site"

@@ -202,7 +202,7 @@ void ButtonControl1::mouseReleaseEvent(QMouseEvent*) {
 void ButtonControl1::keyPressEvent(QKeyEvent* event) {
     if (!PressesButton(*event)) {
         QWidget::keyPressEvent(event);
-    } else if (!event->isAutoRepeat()) {
+    } else if (!repeat_.IsRepeat(*event)) {
         focus_.Key();
         Press(true);
     }
@@ -212,6 +212,7 @@ void ButtonControl1::keyReleaseEvent(QKeyEvent* event) {
     if (!PressesButton(*event)) {
         QWidget::keyReleaseEvent(event);
     } else if (!event->isAutoRepeat()) {
+        repeat_.Released(*event);
         Release();
     }
 }

@@ -2,6 +2,7 @@
 
 #include "controls/colour.h"
 #include "controls/deferred_repaint.h"
+#include "controls/key_repeat.h"
 #include "controls/keyboard_focus.h"
 
 #include <QFont>
@@ -102,5 +103,6 @@ class ButtonControl1 : public QWidget {
     bool pressedByKey_ = false;
     bool initialised_ = false;
     KeyboardFocus focus_;
+    KeyRepeat repeat_;
     DeferredRepaint repaint_;
 };

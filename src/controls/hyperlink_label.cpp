@@ -121,9 +121,14 @@ void UserControl2::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     if (key != Qt::Key_Space && key != Qt::Key_Return && key != Qt::Key_Enter) {
         QWidget::keyPressEvent(event);
-    } else if (!event->isAutoRepeat()) {
+    } else if (!repeat_.IsRepeat(*event)) {
         emit Click();
     }
+}
+
+void UserControl2::keyReleaseEvent(QKeyEvent* event) {
+    repeat_.Released(*event);
+    QWidget::keyReleaseEvent(event);
 }
 
 void UserControl2::focusInEvent(QFocusEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/colour.h"
+#include "controls/key_repeat.h"
 #include "controls/keyboard_focus.h"
 
 #include <QPixmap>
@@ -52,6 +53,7 @@ class UserControl2 : public QWidget {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
@@ -66,5 +68,6 @@ class UserControl2 : public QWidget {
     QColor BackColor_ = ToQColor(kButtonFace);
     HostHyperLink* HyperLink_;
     KeyboardFocus focus_;
+    KeyRepeat repeat_;
     bool pressed_ = false; ///< the left button went down here, and not as the second of a double click
 };

@@ -41,6 +41,9 @@ void KeyboardFocus::Follow(QWidget& control, bool visible) {
         policy_ = control.focusPolicy();
     }
     control.setFocusPolicy(stopped_ ? Qt::NoFocus : policy_);
+    if (stopped_) {
+        control.clearFocus(); // keys must not turn what nobody sees
+    }
 }
 
 void DrawFocusRing(QPainter& painter, const Ring& ring) {

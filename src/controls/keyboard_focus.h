@@ -18,8 +18,8 @@ class KeyboardFocus {
     bool Key() { return Set(true); }
     bool Shown() const { return shown_; }
 
-    /// A control that is not to be seen is no stop for the keyboard; one that is seen again has the focus
-    /// policy that it had.
+    /// A control that is not to be seen is no stop for the keyboard and gives the focus up; one that is seen
+    /// again has the focus policy that it had.
     void Follow(QWidget& control, bool visible);
 
   private:

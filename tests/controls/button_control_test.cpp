@@ -220,6 +220,26 @@ TEST_F(ButtonControl, AHeldKeyPressesOnce) {
     EXPECT_EQ(clicks.count(), 1);
 }
 
+TEST_F(ButtonControl, ARepeatThatComesAsAReleaseAndAPressOfOneTimeIsNoPress) {
+    const auto send = [this](QEvent::Type type, quint64 time, bool repeat = false) {
+        QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "), repeat);
+        event.setTimestamp(time);
+        QApplication::sendEvent(&button, &event);
+    };
+    send(QEvent::KeyPress, 100);
+    for (const quint64 time : {700, 740, 780}) {
+        send(QEvent::KeyRelease, time);
+        send(QEvent::KeyPress, time);
+    }
+    send(QEvent::KeyRelease, 820, true);
+    send(QEvent::KeyPress, 820, true);
+    send(QEvent::KeyRelease, 900);
+    EXPECT_EQ(clicks.count(), 1);
+    send(QEvent::KeyPress, 960);
+    send(QEvent::KeyRelease, 990);
+    EXPECT_EQ(clicks.count(), 2);
+}
+
 TEST_F(ButtonControl, LosingTheFocusLetsGoOfAKeyButNotOfTheMouse) {
     QFocusEvent out(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
     QTest::keyPress(&button, Qt::Key_Space);

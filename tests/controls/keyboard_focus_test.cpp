@@ -76,3 +76,23 @@ TYPED_TEST(FocusRing, IsStillThereAfterAnotherWindowWasInFront) {
     this->Send(QEvent::FocusOut, Qt::TabFocusReason);
     EXPECT_TRUE(this->Becomes(plain));
 }
+
+TEST(KeyboardFocus, AControlThatIsHiddenGivesItUp) {
+    QWidget window;
+    KnobControl1 knob(&window);
+    ButtonControl1 button(&window);
+    SliderControl1 slider(&window);
+    window.show();
+    const auto hide = [&](QWidget& control, auto setVisible) {
+        control.setFocus(Qt::TabFocusReason);
+        ASSERT_EQ(window.focusWidget(), &control);
+        setVisible(false);
+        EXPECT_NE(window.focusWidget(), &control);
+        EXPECT_EQ(control.focusPolicy(), Qt::NoFocus);
+        setVisible(true);
+        EXPECT_EQ(control.focusPolicy(), Qt::StrongFocus);
+    };
+    hide(knob, [&](bool visible) { knob.SetKnobVisible(visible); });
+    hide(button, [&](bool visible) { button.SetButtonVisible(visible); });
+    hide(slider, [&](bool visible) { slider.SetSliderVisible(visible); });
+}

@@ -34,9 +34,14 @@ std::unique_ptr<Form> Satellite(const FormDesign& design, QWidget* owner) {
     return form;
 }
 
-// Where the compositor places windows by itself, only a child surface of the panel's window stands by it.
+/// Windows are placed by a compositor and not by the program.
+bool ByCompositor() {
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+// Only a child surface of the panel's window stands by it there.
 void HoldBesidePanel(QWidget& satellite, QWidget& panel) {
-    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+    if (ByCompositor()) {
         const QPoint beside = satellite.pos() - panel.pos();
         panel.winId();
         satellite.winId();
@@ -90,6 +95,11 @@ void Instrument::CreateTabForms() {
 
 void Instrument::CreateSatellites() {
     forms.StatsForm = Satellite(MeasurementDesign(), forms.surface.get());
+    if (!ByCompositor()) {
+        // It comes in front after nearly everything that a hand does, and some window managers give the keys
+        // to whatever comes in front.
+        forms.StatsForm->setWindowFlag(Qt::WindowDoesNotAcceptFocus);
+    }
     forms.OffsetNullForm = Satellite(OffsetNullDesign(), forms.surface.get());
     forms.FFTForm = Satellite(SpectrumDesign(), nullptr);
     forms.FullScreenTimeForm = Satellite(LargeTimeDesign(), nullptr);

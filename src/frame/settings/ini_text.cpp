@@ -28,7 +28,9 @@ QByteArray NameBytes(const QString& name) {
 }
 
 QString NameFrom(const QByteArray& bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    // Stateless, so that a character that is cut off at the end becomes a mark as well.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::ConvertInitialBom | QStringDecoder::Flag::Stateless);
     return decoder(QByteArray::fromPercentEncoding(bytes));
 }
 
@@ -140,7 +142,10 @@ IniText IniText::Parse(const QByteArray& bytes) {
         }
         const auto equals = line.indexOf('=');
         if (known && equals > 0) {
-            ini.Put(group, NameFrom(line.left(equals).trimmed()), TextFrom(line.mid(equals + 1)));
+            const QString key = NameFrom(line.left(equals).trimmed());
+            if (!key.isEmpty()) { // as it could not be written
+                ini.Put(group, key, TextFrom(line.mid(equals + 1)));
+            }
         }
     }
     return ini;

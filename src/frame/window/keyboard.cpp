@@ -5,6 +5,8 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QShortcut>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -25,6 +27,13 @@ const Key kKeys[] = {{Qt::Key_R, &Keyboard::Calls::RunButton_Click},
                      {Qt::CTRL | Qt::Key_Q, &Keyboard::Calls::Close},
                      {Qt::Key_Escape, &Keyboard::Calls::ClosePanel}};
 
+bool IsOurs(QKeyCombination keys) {
+    const int channel = keys.toCombined() - Qt::Key_0;
+    return (channel >= 1 && channel <= kScopeChannels) ||
+           std::any_of(std::begin(kKeys), std::end(kKeys),
+                       [keys](const Key& key) { return key.keys == keys; });
+}
+
 } // namespace
 
 Keyboard::Keyboard(std::initializer_list<QWidget*> windows, Calls calls) : calls_(std::move(calls)) {
@@ -43,6 +52,7 @@ void Keyboard::Listen(QWidget& window) {
             }
         });
     };
+    window.installEventFilter(this);
     for (const Key& key : kKeys) {
         on(key.keys, [this, call = key.call] { (calls_.*call)(); });
     }
@@ -56,11 +66,18 @@ void Keyboard::Listen(QWidget& window) {
 }
 
 bool Keyboard::eventFilter(QObject* watched, QEvent* event) {
-    // A text that is being typed keeps its letters by itself, but not the key that gives it up.
-    if (event->type() == QEvent::ShortcutOverride &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    if (event->type() == QEvent::KeyRelease) {
+        const auto& release = static_cast<const QKeyEvent&>(*event);
+        if (!release.isAutoRepeat()) {
+            repeat_.Released(release);
+        }
+    } else if (event->type() == QEvent::ShortcutOverride) {
+        const auto& press = static_cast<const QKeyEvent&>(*event);
         const auto* edit = qobject_cast<QLineEdit*>(watched);
-        if (edit != nullptr && !edit->isReadOnly()) {
+        // A text that is being typed keeps its letters by itself, but not all of the others.
+        const bool typed = edit != nullptr && !edit->isReadOnly();
+        const bool repeated = !press.isAutoRepeat() && repeat_.IsRepeat(press);
+        if (repeated || (typed && IsOurs(press.keyCombination()))) {
             event->accept();
             return true;
         }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controls/key_repeat.h"
+
 #include <QObject>
 #include <functional>
 #include <initializer_list>
@@ -36,4 +38,5 @@ class Keyboard : public QObject {
     void Listen(QWidget& window);
 
     Calls calls_;
+    KeyRepeat repeat_;
 };

@@ -59,6 +59,13 @@ TEST(IniText, LeavesGarbageOutAndKeepsTheRest) {
     EXPECT_EQ(TextOf(ini, "Channel3Settings", "VoltsKnob"), "2");
 }
 
+TEST(IniText, AKeyThatIsNoTextComesBack) {
+    for (const QByteArray damaged : {"\xDE=Ma", "k\xE2\x82=1", "%=1", "%C3=1"}) {
+        const QByteArray kept = IniText::Parse(damaged).ToBytes();
+        EXPECT_EQ(IniText::Parse(kept).ToBytes(), kept) << damaged.toHex().constData();
+    }
+}
+
 TEST(IniText, KeepsTheOrderOfPutting) {
     IniText ini;
     ini.Put("b", "z", "1");

@@ -1,6 +1,7 @@
 #include "frame/window/keyboard.h"
 
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTest>
@@ -88,7 +89,10 @@ TEST_F(KeyboardTest, ATextThatIsBeingTypedKeepsItsKeys) {
     QTest::keyClicks(edit, QStringLiteral("rst1ndl"));
     EXPECT_EQ(edit->text(), QStringLiteral("rst1ndl"));
     edit->selectAll();
-    QTest::keyClick(edit, Qt::Key_C, Qt::ControlModifier);
+    for (auto key : {Qt::Key_C, Qt::Key_S, Qt::Key_Q}) {
+        QTest::keyClick(edit, key, Qt::ControlModifier);
+    }
+    QTest::keyClick(edit, Qt::Key_F1);
     QTest::keyClick(edit, Qt::Key_Escape);
     EXPECT_THAT(Done(), IsEmpty());
     edit->setReadOnly(true);
@@ -113,4 +117,21 @@ TEST_F(KeyboardTest, WhileTheProgramStartsOrEndsNothingIsDone) {
     QTest::keyClick(&one, Qt::Key_R);
     QTest::keyClick(&one, Qt::Key_1);
     EXPECT_THAT(Done(), IsEmpty());
+}
+
+TEST_F(KeyboardTest, ARepeatThatComesAsAReleaseAndAPressOfOneTimeIsNoPress) {
+    GoTo(one);
+    const auto send = [&](QEvent::Type type, quint64 time, Qt::Key key = Qt::Key_R) {
+        QKeyEvent event(type, key, Qt::NoModifier);
+        event.setTimestamp(time);
+        event.ignore();
+        QApplication::sendEvent(&one, &event);
+        return event.isAccepted();
+    };
+    EXPECT_FALSE(send(QEvent::ShortcutOverride, 100)) << "a press is the shortcut's";
+    send(QEvent::KeyRelease, 700);
+    EXPECT_TRUE(send(QEvent::ShortcutOverride, 700)) << "the key is still down";
+    send(QEvent::KeyRelease, 740);
+    EXPECT_FALSE(send(QEvent::ShortcutOverride, 740, Qt::Key_S)) << "another key";
+    EXPECT_FALSE(send(QEvent::ShortcutOverride, 741)) << "a press again";
 }

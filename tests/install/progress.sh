@@ -1,0 +1,25 @@
+#!/bin/bash
+# What ./run says while it installs and builds.
+#
+#   progress.sh SOURCES
+set -u
+. "$1/scripts/progress.sh"
+outcome=0
+expect() {
+    [ "$2" = "$3" ] && return
+    printf '%s\nexpected:\n%s\nfound:\n%s\n' "$1" "$3" "$2"
+    outcome=1
+}
+
+of_ninja() {
+    for ((i = 1; i <= 40; ++i)); do echo "[$i/40] Building CXX object x$i.o"; done
+}
+expect "a build, quarter by quarter" "$(of_ninja | ninja_progress | show_progress built)" \
+    $'   25 % built\n   50 % built\n   75 % built\n  100 % built'
+expect "nothing to do" "$(echo 'ninja: no work to do.' | ninja_progress | show_progress built)" ""
+expect "a warning is passed on" "$(echo 'x.cpp:1: warning: a [b]' | ninja_progress | show_progress built)" \
+    'x.cpp:1: warning: a [b]'
+expect "a failure is one" "$(echo failed | ninja_progress | show_progress built || echo so)" so
+expect "apt's two halves" "$(printf 'dlstatus:1:50.5:Fetching\npmstatus:x:0.0:y\nSelecting x\npmstatus:x:100.0:Done\n' |
+    apt_progress | show_progress installed)" $'   25 % installed\n   50 % installed\n  100 % installed'
+exit $outcome
