@@ -20,12 +20,10 @@ git clone --quiet --no-hardlinks "$root" "$system/srv/corvantine"
 
 outcome=0
 for command in ./run ./test; do
-    begin=$SECONDS
-    if inside "$system" "cd /srv/corvantine && $command"; then
-        echo "bare: $command passed after $((SECONDS - begin)) s"
-    else
-        echo "bare: $command FAILED after $((SECONDS - begin)) s"
-        outcome=1
-    fi
+    TIMEFORMAT="bare: $command took %R s, %U s of the processors in programs and %S s in the system"
+    result=passed
+    time inside "$system" "cd /srv/corvantine && $command" || result=FAILED
+    echo "bare: $command $result"
+    [ $result = passed ] || outcome=1
 done
 exit $outcome

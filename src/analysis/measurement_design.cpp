@@ -41,7 +41,7 @@ ControlDesign Title(int index, QRect place, const QString& caption, const char* 
             .parent = picture};
 }
 
-FormDesign Build() {
+FormDesign BuildMeasurements() {
     FormDesign form{.name = "Corvantine_StatsForm",
                     .caption = "Corvantine measurements",
                     .size = {477, 17 * kScopeChannels + 64},
@@ -73,6 +73,6 @@ FormDesign Build() {
 } // namespace
 
 const FormDesign& MeasurementDesign() {
-    static const FormDesign design = Build();
+    static const FormDesign design = BuildMeasurements();
     return design;
 }

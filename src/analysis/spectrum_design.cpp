@@ -4,7 +4,7 @@
 
 namespace {
 
-FormDesign Build() {
+FormDesign BuildSpectrum() {
     constexpr QSize kSize{720, 420};
     constexpr int kLine = kPlotWindowLine;
     constexpr int kBottom = kSize.height() - 2 * kLine;
@@ -36,6 +36,6 @@ FormDesign Build() {
 } // namespace
 
 const FormDesign& SpectrumDesign() {
-    static const FormDesign design = Build();
+    static const FormDesign design = BuildSpectrum();
     return design;
 }

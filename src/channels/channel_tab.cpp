@@ -5,6 +5,7 @@
 #include "controls/form.h"
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
+#include "controls/panel_design.h"
 #include "controls/picture.h"
 #include "display/canvas.h"
 #include "frame/helpers/helpers.h"
@@ -17,8 +18,6 @@
 
 namespace {
 
-constexpr Colour kAttention = 0xFF;
-constexpr Colour kGrey = 0x808080;
 constexpr Colour kBlack = 0;
 constexpr int kDC = 1;  ///< index of Coupling
 constexpr int kGND = 2; ///< index of Coupling
@@ -187,9 +186,9 @@ void ChannelTab::ProbeType_Click(int) {
 void ChannelTab::ChannelOnButton_Click() {
     const int ch = Channel();
     const bool on = record_.ChannelOn[ch] = !record_.ChannelOn[ch];
-    SetButtonFill(ChannelOnButton, on, record_.ChannelColour[ch], kGrey);
+    SetButtonFill(ChannelOnButton, on, record_.ChannelColour[ch], kSwitchOff);
     SetButtonText(ChannelOnButton, on, QStringLiteral("on"), QStringLiteral("off"));
-    SetOnOffColours(TabName, true, kGrey, record_.ChannelColour[ch], kBlack, kBlack);
+    SetOnOffColours(TabName, true, kSwitchOff, record_.ChannelColour[ch], kBlack, kBlack);
     if (on) {
         PaintTabName();
     }
@@ -206,7 +205,7 @@ void ChannelTab::PaintTabName() {
 void ChannelTab::InvertButton_Click() {
     const int ch = Channel();
     record_.ChannelInvert[ch] = !record_.ChannelInvert[ch];
-    SetButtonFill(InvertButton, record_.ChannelInvert[ch], kAttention, kGrey);
+    SetButtonFill(InvertButton, record_.ChannelInvert[ch], kAttention, kSwitchOff);
     PaintTabName();
     calls_.RedrawSettings();
     calls_.PlotNow();
@@ -215,7 +214,7 @@ void ChannelTab::InvertButton_Click() {
 void ChannelTab::BWLimitButton_Click() {
     const int ch = Channel();
     record_.ChannelBWLimit[ch] = !record_.ChannelBWLimit[ch];
-    SetButtonFill(BWLimitButton, record_.ChannelBWLimit[ch], kAttention, kGrey);
+    SetButtonFill(BWLimitButton, record_.ChannelBWLimit[ch], kAttention, kSwitchOff);
     calls_.RedrawSettings();
     record_.TracesStale = true;
     calls_.PlotNow();
@@ -224,7 +223,7 @@ void ChannelTab::BWLimitButton_Click() {
 void ChannelTab::FFTButton_Click() {
     const int ch = Channel();
     record_.ChannelFFT[ch] = !record_.ChannelFFT[ch];
-    SetButtonFill(FFTButton, record_.ChannelFFT[ch], kAttention, kGrey);
+    SetButtonFill(FFTButton, record_.ChannelFFT[ch], kAttention, kSwitchOff);
     calls_.PlotNow();
 }
 
@@ -246,7 +245,7 @@ void ChannelTab::UpdateNullDialog() {
 void ChannelTab::CalSourceButton_Click() {
     const int ch = Channel();
     record_.ChannelCalSource[ch] = record_.ChannelCalSource[ch] == 0 ? 1 : 0;
-    SetButtonFill(CalSourceButton, record_.ChannelCalSource[ch] == 1, kAttention, kGrey);
+    SetButtonFill(CalSourceButton, record_.ChannelCalSource[ch] == 1, kAttention, kSwitchOff);
     driver_.SetCalSource(ch, record_.ChannelCalSource[ch]);
 }
 
@@ -269,7 +268,7 @@ void ChannelTab::IDButton_Click() {
         SetLEDModes(kNormalLED);
         IDTimer_.stop();
         record_.IDActive = false;
-        IDButton->SetButtonFillColor(ToQColor(kGrey));
+        IDButton->SetButtonFillColor(ToQColor(kSwitchOff));
     }
 }
 

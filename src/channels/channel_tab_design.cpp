@@ -6,11 +6,10 @@ namespace {
 
 using Geometry = PanelGeometry;
 
-constexpr int kTop = 16;
+constexpr int kRowsTop = 16;
 constexpr QSize kKnob{75, 89};
 constexpr int kKnobPitch = 97;
-constexpr int kLegend = 14; ///< width of a rotated legend
-constexpr int kKnobLeft = Geometry::kLeft + kLegend + 2;
+constexpr int kKnobLeft = Geometry::kLeft + Geometry::kLegend + 2;
 constexpr int kButton = 36;
 constexpr int kButtonPitchX = 40;
 constexpr int kButtonPitchY = 50;
@@ -19,11 +18,11 @@ constexpr int kCouplingTop = 216;
 constexpr int kProbeTop = 304;
 
 QRect ButtonPlace(int column, int row) {
-    return {kButtonLeft + column * kButtonPitchX, kTop + row * kButtonPitchY, kButton, kButton};
+    return {kButtonLeft + column * kButtonPitchX, kRowsTop + row * kButtonPitchY, kButton, kButton};
 }
 
 QRect KnobPlace(int row) {
-    return {{kKnobLeft, kTop + row * kKnobPitch}, kKnob};
+    return {{kKnobLeft, kRowsTop + row * kKnobPitch}, kKnob};
 }
 
 void AddKnobs(std::vector<ControlDesign>& rows, int channel) {
@@ -31,10 +30,11 @@ void AddKnobs(std::vector<ControlDesign>& rows, int channel) {
     const int lowerLimit = channel <= 2 ? -127 : -128;
     rows.push_back(PanelVoltsKnob("VoltsKnob", KnobPlace(0), 2, 2, "V/div"));
     rows.push_back(PanelOffsetKnob("OffsetKnob", KnobPlace(1), 20, lowerLimit));
-    rows.push_back(
-        PanelRotatedLabel("VoltsLabel", -1, {Geometry::kLeft, kTop, kLegend, kKnob.height()}, "Volts/div"));
     rows.push_back(PanelRotatedLabel(
-        "OffsetLabel", -1, {Geometry::kLeft, kTop + kKnobPitch, kLegend, kKnob.height()}, "Offset"));
+        "VoltsLabel", -1, {Geometry::kLeft, kRowsTop, Geometry::kLegend, kKnob.height()}, "Volts/div"));
+    rows.push_back(PanelRotatedLabel(
+        "OffsetLabel", -1, {Geometry::kLeft, kRowsTop + kKnobPitch, Geometry::kLegend, kKnob.height()},
+        "Offset"));
 }
 
 void AddButtons(std::vector<ControlDesign>& rows) {

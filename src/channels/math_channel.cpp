@@ -9,10 +9,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 
-namespace {
-constexpr double kStepsPerPercent = 127.0 / 100;
-} // namespace
-
 MathChannel::Controls MathChannel::Controls::Of(const Form& tab, int number) {
     const QByteArray name = "Math" + QByteArray::number(number);
     const QByteArray combo = name + "Combo";

@@ -1,5 +1,7 @@
 #include "channels/math_row.h"
 
+#include "channels/volts_table.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -11,8 +13,6 @@
 
 namespace {
 
-constexpr double kSteps = 127;
-constexpr double kDivisions = 10;
 constexpr float kFullScale = 127;
 constexpr float kLeastDivisor = 1e-07F; // volts
 
@@ -76,7 +76,8 @@ float Sign(float value) {
 template <class Combine>
 [[gnu::always_inline]] inline void Fill(const MathOperand& a, const MathOperand& b, const MathScale& scale,
                                         float* result, std::ptrdiff_t stride, int count, Combine combine) {
-    const double stepsPerVolt = kSteps / (static_cast<double>(scale.voltsPerDiv) * kDivisions);
+    const double stepsPerVolt =
+        kFullScaleSteps / (static_cast<double>(scale.voltsPerDiv) * kFullScaleDivisions);
     const auto level = static_cast<float>(scale.offset);
     Block first;
     Block second;

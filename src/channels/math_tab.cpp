@@ -5,6 +5,7 @@
 #include "controls/form.h"
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
+#include "controls/panel_design.h"
 #include "frame/helpers/helpers.h"
 #include "frame/settings/setting_names.h"
 #include "frame/settings/settings.h"
@@ -16,8 +17,6 @@
 
 namespace {
 
-constexpr Colour kAttention = 0xFF;
-constexpr Colour kGrey = 0x808080;
 constexpr const char* kListKeys[] = {"ChannelA", "Operator", "ChannelB"};
 
 /// An entry that is not in the list (the channel has gone) leaves the selection as it is.
@@ -110,7 +109,7 @@ void MathTab::FFTButton_Click(int index) {
     const auto at = static_cast<std::size_t>(index);
     bool& on = record_.ChannelFFT[channels_[at].Channel()];
     on = !on;
-    SetButtonFill(FFTButton[at], on, kAttention, kGrey);
+    SetButtonFill(FFTButton[at], on, kAttention, kSwitchOff);
     Recompute();
 }
 

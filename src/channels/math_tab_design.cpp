@@ -6,12 +6,11 @@ namespace {
 
 using Geometry = PanelGeometry;
 
-constexpr int kLegend = 14; ///< width of a rotated legend
-constexpr int kInner = Geometry::kLeft + kLegend + 2;
+constexpr int kInner = Geometry::kLeft + Geometry::kLegend + 2;
 constexpr int kBlockHeight = 113;
 constexpr int kBlockPitch = 126;
-constexpr int kTop = 10;
-constexpr int kSpectrumTop = kTop + 2 * kBlockPitch;
+constexpr int kBlocksTop = 10;
+constexpr int kSpectrumTop = kBlocksTop + 2 * kBlockPitch;
 
 /// The names of one math channel's controls.
 struct MathNames {
@@ -25,7 +24,7 @@ struct MathNames {
 void AddBlock(std::vector<ControlDesign>& rows, int block, const MathNames& names) {
     constexpr int kComboWidth = 44;
     constexpr int kComboPitch = 47;
-    const int top = kTop + block * kBlockPitch;
+    const int top = kBlocksTop + block * kBlockPitch;
     const int combos = Geometry::kRight - 2 * kComboPitch - kComboWidth;
     const QString tips[] = {
         "Select the 1st channel to operate on",
@@ -34,8 +33,8 @@ void AddBlock(std::vector<ControlDesign>& rows, int block, const MathNames& name
         "Select the 2nd channel to operate on"};
     const QString captions[] = {"A", "fn", "B"};
 
-    rows.push_back(
-        PanelRotatedLabel("MathLegend", block, {Geometry::kLeft, top, kLegend, kBlockHeight}, names.legend));
+    rows.push_back(PanelRotatedLabel("MathLegend", block,
+                                     {Geometry::kLeft, top, Geometry::kLegend, kBlockHeight}, names.legend));
     rows.push_back({.kind = ControlKind::CheckBox,
                     .name = "MathChannelEn",
                     .index = block + 1,
@@ -60,7 +59,8 @@ void AddBlock(std::vector<ControlDesign>& rows, int block, const MathNames& name
 
 void AddSpectrum(std::vector<ControlDesign>& rows) {
     const int width = Geometry::kRight - kInner;
-    rows.push_back(PanelRotatedLabel("MathLegend", 2, {Geometry::kLeft, kSpectrumTop, kLegend, 96}, "FFT"));
+    rows.push_back(
+        PanelRotatedLabel("MathLegend", 2, {Geometry::kLeft, kSpectrumTop, Geometry::kLegend, 96}, "FFT"));
     rows.push_back(PanelCombo("FFTWindowCombo", -1, {kInner, kSpectrumTop + 6, width, 22},
                               "Select the type of spectral window shaping used prior to FFTing the data"));
     rows.back().properties = {
@@ -79,7 +79,7 @@ FormDesign Build() {
         PanelForm("Corvantine_TabMath", kMathPanelRow, "MATH", 0xFF1B76, 0xFFFFFF, "Math & FFT settings");
     AddBlock(form.controls, 0,
              {"Math1Combo", "Math1VoltsKnob", "Math1OffsetKnob", "Math1", "Enable math trace #1"});
-    form.controls.push_back(PanelSeparator("Line1", kTop + kBlockPitch - 8));
+    form.controls.push_back(PanelSeparator("Line1", kBlocksTop + kBlockPitch - 8));
     AddBlock(form.controls, 1,
              {"Math2Combo", "Math2VoltsKnob", "Math2OffsetKnob", "Math2", "Enable math trace #2"});
     form.controls.push_back(PanelSeparator("Line2", kSpectrumTop - 8));

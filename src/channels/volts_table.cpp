@@ -10,9 +10,6 @@ namespace {
 
 constexpr double kVoltsPerDiv[] = {0.03, 0.3, 3};
 constexpr float kMathVoltsPerDiv[] = {0.03F, 0.3F, 3, 30};
-constexpr double kStepsPerPercent = 1.27;
-constexpr double kDivisions = 10;
-constexpr double kSteps = 127;
 
 } // namespace
 
@@ -39,7 +36,7 @@ std::optional<int> MathVoltsPerDivToKnob(float voltsPerDiv) {
 }
 
 float VoltsPerADCStep(float voltsPerDiv) {
-    return static_cast<float>(static_cast<double>(voltsPerDiv) * kDivisions / kSteps);
+    return static_cast<float>(static_cast<double>(voltsPerDiv) * kFullScaleDivisions / kFullScaleSteps);
 }
 
 float OffsetPercent(float steps) {

@@ -12,9 +12,8 @@
 
 namespace {
 
-constexpr int kRepaintInterval = 50;
 constexpr double kFontPoints = 10;
-constexpr int kDepth = 2;
+constexpr int kButtonDepth = 2;
 
 bool PressesButton(const QKeyEvent& event) {
     const int key = event.key();
@@ -23,7 +22,8 @@ bool PressesButton(const QKeyEvent& event) {
 
 } // namespace
 
-ButtonControl1::ButtonControl1(QWidget* parent) : QWidget(parent), repaint_(*this, kRepaintInterval) {
+ButtonControl1::ButtonControl1(QWidget* parent)
+    : QWidget(parent), repaint_(*this, DeferredRepaint::kInterval) {
     ButtonFont_ = ReadFontKeys({}, QStringLiteral("ButtonFont"), kFontPoints);
     setFocusPolicy(Qt::StrongFocus);
 }
@@ -104,7 +104,7 @@ void ButtonControl1::ReadProperties(const QVariantMap& bag) {
     ButtonFillColor_ = ReadKey(bag, "ButtonFillColor", face);
     ButtonBackColor_ = ReadKey(bag, "ButtonBackColor", face);
     ButtonForeColor_ = ReadKey(bag, "ButtonForeColor", face);
-    ButtonDepth_ = ReadInt16(bag, "ButtonDepth", kDepth);
+    ButtonDepth_ = ReadInt16(bag, "ButtonDepth", kButtonDepth);
     ButtonCaptionNudge_ = {ReadInt16(bag, "ButtonCaptionNudgeX", 0),
                            ReadInt16(bag, "ButtonCaptionNudgeY", 0)};
     ButtonCaption_ = ReadKey(bag, "ButtonCaption", QString());
@@ -120,7 +120,7 @@ QVariantMap ButtonControl1::WriteProperties() const {
     WriteKey(bag, "ButtonFillColor", ButtonFillColor_, face);
     WriteKey(bag, "ButtonBackColor", ButtonBackColor_, face);
     WriteKey(bag, "ButtonForeColor", ButtonForeColor_, face);
-    WriteKey(bag, "ButtonDepth", ButtonDepth_, kDepth);
+    WriteKey(bag, "ButtonDepth", ButtonDepth_, kButtonDepth);
     WriteKey(bag, "ButtonCaptionNudgeX", ButtonCaptionNudge_.x(), 0);
     WriteKey(bag, "ButtonCaptionNudgeY", ButtonCaptionNudge_.y(), 0);
     WriteKey(bag, "ButtonCaption", ButtonCaption_, QString());

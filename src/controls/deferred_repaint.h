@@ -7,6 +7,8 @@ class QWidget;
 /// control is drawn when that fires. Any number of property puts within the interval cost one drawing.
 class DeferredRepaint {
   public:
+    static constexpr int kInterval = 50; ///< milliseconds, of most controls
+
     DeferredRepaint(QWidget& control, int interval);
     DeferredRepaint(const DeferredRepaint&) = delete;
     DeferredRepaint& operator=(const DeferredRepaint&) = delete;

@@ -70,84 +70,6 @@ void KnobControl1::SetKnobValue(int value) {
     LayOut();
 }
 
-template <class T> void KnobControl1::Put(T KnobDesign::*property, const T& value) {
-    design_.*property = value;
-    placed_ = false;
-    LayOut();
-}
-
-void KnobControl1::SetKnobBand1Start(int value) {
-    Put(&KnobDesign::KnobBand1Start, value);
-}
-
-void KnobControl1::SetKnobBand1Stop(int value) {
-    Put(&KnobDesign::KnobBand1Stop, value);
-}
-
-void KnobControl1::SetKnobBand1Color(const QColor& value) {
-    Put(&KnobDesign::KnobBand1Color, value);
-}
-
-void KnobControl1::SetKnobTextColor(const QColor& value) {
-    Put(&KnobDesign::KnobTextColor, value);
-}
-
-void KnobControl1::SetKnobAnticlock(bool value) {
-    Put(&KnobDesign::KnobAnticlock, value);
-}
-
-void KnobControl1::SetKnobZeroButton(bool value) {
-    Put(&KnobDesign::KnobZeroButton, value);
-}
-
-void KnobControl1::SetKnobMin(int value) {
-    Put(&KnobDesign::KnobMin, value);
-}
-
-void KnobControl1::SetKnobMax(int value) {
-    Put(&KnobDesign::KnobMax, value);
-}
-
-void KnobControl1::SetKnobStartAngle(int value) {
-    Put(&KnobDesign::KnobStartAngle, value);
-}
-
-void KnobControl1::SetKnobStopAngle(int value) {
-    Put(&KnobDesign::KnobStopAngle, value);
-}
-
-void KnobControl1::SetKnobFillColor(const QColor& value) {
-    Put(&KnobDesign::KnobFillColor, value);
-}
-
-void KnobControl1::SetKnobBorderColor(const QColor& value) {
-    Put(&KnobDesign::KnobBorderColor, value);
-}
-
-void KnobControl1::SetKnobMarkerColor(const QColor& value) {
-    Put(&KnobDesign::KnobMarkerColor, value);
-}
-
-void KnobControl1::SetKnobValueFormat(const QString& value) {
-    Put(&KnobDesign::KnobValueFormat, value);
-}
-
-void KnobControl1::SetKnobMarkers(const QString& value) {
-    Put(&KnobDesign::KnobMarkers, value);
-}
-
-void KnobControl1::SetKnobValueAlign(int value) {
-    Put(&KnobDesign::KnobValueAlign, value);
-}
-
-void KnobControl1::SetKnobZeroButtonValue(int value) {
-    design_.KnobZeroButtonValue = value;
-}
-
-void KnobControl1::SetKnobApplyLimit(bool value) {
-    design_.KnobApplyLimit = value;
-}
-
 void KnobControl1::SetKnobLowerLimit(int value) {
     design_.KnobLowerLimit = value;
     state_.PutLowerLimit(value);
@@ -163,18 +85,10 @@ void KnobControl1::SetKnobTimeout(int value) {
     Put(&KnobDesign::KnobTimeout, value);
 }
 
-void KnobControl1::SetKnobFont(const QFont& value) {
-    Put(&KnobDesign::KnobFont, value);
-}
-
 void KnobControl1::SetKnobValueEditable(bool value) {
     design_.KnobValueEditable = value;
     ShowChildren();
     Put(&KnobDesign::KnobValueEditable, value);
-}
-
-void KnobControl1::SetKnobValueQuantized(bool value) {
-    design_.KnobValueQuantized = value;
 }
 
 void KnobControl1::SetKnobVisible(bool value) {

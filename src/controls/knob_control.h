@@ -84,30 +84,33 @@ class KnobControl1 : public QWidget, private KnobEvents {
 
     /// A value beyond KnobMin..KnobMax is ignored, yet Change and Done are raised.
     void SetKnobValue(int value);
-    void SetKnobBand1Start(int value);
-    void SetKnobBand1Stop(int value);
-    void SetKnobBand1Color(const QColor& value);
-    void SetKnobTextColor(const QColor& value);
-    void SetKnobAnticlock(bool value);
-    void SetKnobZeroButton(bool value);
-    void SetKnobZeroButtonValue(int value);
-    void SetKnobApplyLimit(bool value);
+    // The look: each put lays the control out.
+    void SetKnobBand1Start(int value) { Put(&KnobDesign::KnobBand1Start, value); }
+    void SetKnobBand1Stop(int value) { Put(&KnobDesign::KnobBand1Stop, value); }
+    void SetKnobBand1Color(const QColor& value) { Put(&KnobDesign::KnobBand1Color, value); }
+    void SetKnobTextColor(const QColor& value) { Put(&KnobDesign::KnobTextColor, value); }
+    void SetKnobAnticlock(bool value) { Put(&KnobDesign::KnobAnticlock, value); }
+    void SetKnobZeroButton(bool value) { Put(&KnobDesign::KnobZeroButton, value); }
+    void SetKnobMin(int value) { Put(&KnobDesign::KnobMin, value); }
+    void SetKnobMax(int value) { Put(&KnobDesign::KnobMax, value); }
+    void SetKnobStartAngle(int value) { Put(&KnobDesign::KnobStartAngle, value); }
+    void SetKnobStopAngle(int value) { Put(&KnobDesign::KnobStopAngle, value); }
+    void SetKnobFillColor(const QColor& value) { Put(&KnobDesign::KnobFillColor, value); }
+    void SetKnobBorderColor(const QColor& value) { Put(&KnobDesign::KnobBorderColor, value); }
+    void SetKnobMarkerColor(const QColor& value) { Put(&KnobDesign::KnobMarkerColor, value); }
+    void SetKnobValueFormat(const QString& value) { Put(&KnobDesign::KnobValueFormat, value); }
+    void SetKnobFont(const QFont& value) { Put(&KnobDesign::KnobFont, value); }
+    void SetKnobMarkers(const QString& value) { Put(&KnobDesign::KnobMarkers, value); }
+    void SetKnobValueAlign(int value) { Put(&KnobDesign::KnobValueAlign, value); }
+    // Looked at when the mouse or the button needs them.
+    void SetKnobZeroButtonValue(int value) { design_.KnobZeroButtonValue = value; }
+    void SetKnobApplyLimit(bool value) { design_.KnobApplyLimit = value; }
+    void SetKnobValueQuantized(bool value) { design_.KnobValueQuantized = value; }
+    // Those that something else follows.
     void SetKnobLowerLimit(int value);
     void SetKnobUpperLimit(int value);
-    void SetKnobMin(int value);
-    void SetKnobMax(int value);
-    void SetKnobStartAngle(int value);
-    void SetKnobStopAngle(int value);
     void SetKnobTimeout(int value);
-    void SetKnobFillColor(const QColor& value);
-    void SetKnobBorderColor(const QColor& value);
-    void SetKnobMarkerColor(const QColor& value);
-    void SetKnobValueFormat(const QString& value);
-    void SetKnobFont(const QFont& value);
-    void SetKnobMarkers(const QString& value);
     void SetKnobValueEditable(bool value);
-    void SetKnobValueQuantized(bool value);
-    void SetKnobValueAlign(int value);
     void SetKnobVisible(bool value);
 
     /// Starts the deferred repaint.
@@ -152,7 +155,11 @@ class KnobControl1 : public QWidget, private KnobEvents {
     void EnableTimeout() override;
     void DisableTimeout() override;
 
-    template <class T> void Put(T KnobDesign::*property, const T& value);
+    template <class T> void Put(T KnobDesign::*property, const T& value) {
+        design_.*property = value;
+        placed_ = false;
+        LayOut();
+    }
     void LayOut();
     void PlaceChildren();
     void ShowChildren();

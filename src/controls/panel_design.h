@@ -24,6 +24,7 @@ struct PanelGeometry {
     static constexpr int kLeft = kBodyLeft + kMargin;   ///< of a panel's contents
     static constexpr int kRight = kBodyRight - kMargin; ///< one past them
     static constexpr int kWidth = kRight - kLeft;
+    static constexpr int kLegend = 14;              ///< width of a rotated legend
     static constexpr int kTravel = kWindow + kBody; ///< from closed to pulled out
 
     static constexpr QSize Size() { return {kBodyRight + kHeader, kHeight}; }
@@ -39,6 +40,7 @@ inline constexpr Colour kPanelBack = 0x98B6BC;   ///< the panel's face, and the 
 inline constexpr Colour kPanelPlate = 0xC0C0C0;  ///< the plates that carry the knobs
 inline constexpr Colour kPanelLegend = 0x28343A; ///< engraved text
 inline constexpr Colour kSwitchOff = 0x808080;   ///< ring of a button that is off
+inline constexpr Colour kAttention = 0xFF;       ///< ring of a button that changes what is measured, while on
 
 /// A panel with its background, its header and the header's name; the caller adds the contents.
 FormDesign PanelForm(const QString& name, int row, const QString& header, Colour colour, Colour text,

@@ -17,9 +17,8 @@
 
 namespace {
 
-constexpr int kRepaintInterval = 50;
 constexpr int kTimeoutInterval = 10;
-constexpr int kDepth = 2;
+constexpr int kSliderDepth = 2;
 constexpr double kFreeStep = 0.01; // of the keys, where the value has no step of its own
 constexpr double kPage = 0.1;      // at least, of the whole way
 // A put from within Change raises it again; a handler that always puts must come to an end.
@@ -33,7 +32,7 @@ bool InRange(float value) {
 
 SliderControl1::SliderControl1(QWidget* parent)
     : QWidget(parent), lastMouse_(std::numeric_limits<int>::min(), std::numeric_limits<int>::min()),
-      Timeout_(new QTimer(this)), repaint_(*this, kRepaintInterval) {
+      Timeout_(new QTimer(this)), repaint_(*this, DeferredRepaint::kInterval) {
     setFocusPolicy(Qt::StrongFocus);
     Timeout_->setObjectName(QStringLiteral("Timeout"));
     Timeout_->setTimerType(Qt::PreciseTimer);
@@ -115,7 +114,7 @@ void SliderControl1::ReadProperties(const QVariantMap& bag) {
     SliderVisible_ = ReadKey(bag, "Visible", true);
     focus_.Follow(*this, SliderVisible_);
     SliderFillColor_ = ReadKey(bag, "SliderFillColor", ToQColor(kButtonFace));
-    SliderDepth_ = ReadInt16(bag, "SliderDepth", kDepth);
+    SliderDepth_ = ReadInt16(bag, "SliderDepth", kSliderDepth);
     const float value = ReadKey(bag, "SliderValue", 0.0F);
     SliderValue_ = InRange(value) ? value : 0.0F;
     const float step = ReadKey(bag, "SliderValueQuantized", 1.0F);
@@ -127,7 +126,7 @@ QVariantMap SliderControl1::WriteProperties() const {
     QVariantMap bag;
     WriteKey(bag, "Visible", SliderVisible_, true);
     WriteKey(bag, "SliderFillColor", SliderFillColor_, ToQColor(kButtonFace));
-    WriteKey(bag, "SliderDepth", SliderDepth_, kDepth);
+    WriteKey(bag, "SliderDepth", SliderDepth_, kSliderDepth);
     WriteKey(bag, "SliderValue", SliderValue_, 0.0F);
     WriteKey(bag, "SliderValueQuantized", SliderValueQuantized_, 1.0F);
     return bag;

@@ -5,6 +5,7 @@
 #include "controls/rounding.h"
 #include "controls/step_input.h"
 #include "display/cursor_arithmetic.h"
+#include "display/far_away.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>
@@ -14,9 +15,8 @@
 
 namespace {
 
-constexpr double kFarAway = 30000; // logical pixels; toolkits keep places in 16 bits on some desktops
-constexpr double kPage = 0.1;      // of the bar
-constexpr double kFineKey = 0.01;  // pixels
+constexpr double kPage = 0.1;     // of the bar
+constexpr double kFineKey = 0.01; // pixels
 
 } // namespace
 
@@ -89,7 +89,7 @@ bool CursorBar::Enabled(int cursor) const {
 }
 
 void CursorBar::MoveAlong(QWidget& widget, double place) const {
-    const int at = RoundToEven(std::clamp(place, -kFarAway, kFarAway));
+    const int at = RoundToEven(std::clamp<double>(place, -kFarAway, kFarAway));
     if (at != Begin(widget)) {
         widget.move(Horizontal() ? QPoint(at, widget.y()) : QPoint(widget.x(), at));
     }

@@ -2,6 +2,7 @@
 
 #include "controls/colour.h"
 #include "controls/design.h"
+#include "display/far_away.h"
 
 #include <QEvent>
 #include <QMouseEvent>
@@ -13,7 +14,6 @@ namespace {
 
 constexpr Colour kTriggerLineColour = 0x6060FF; // apart from the white level cursors
 constexpr const char* kLabelLetters = "ABCDRS";
-constexpr int kFarAway = 30000; // widget pixels; toolkits keep places in 16 bits on some desktops
 
 int Place(double pixels) {
     return std::isnan(pixels) ? -kFarAway

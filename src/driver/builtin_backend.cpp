@@ -13,7 +13,6 @@ namespace {
 constexpr std::int32_t kHandle = 1;
 constexpr float kRISPeriod = 1e-9F;
 constexpr std::string_view kIssue = "Corvantine built-in driver";
-constexpr std::size_t kIssueBytes = 100;
 
 bool IsChannel(std::int32_t ch) {
     return ch >= 1 && ch <= kScopeChannels;

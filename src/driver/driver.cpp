@@ -11,7 +11,6 @@
 namespace {
 
 constexpr int kNameBytes = 101;
-constexpr int kIssueBytes = 100;
 constexpr int kBlock = 512;
 constexpr int kBlocksInRow = kSampleRow / kBlock;
 constexpr int kChannelBuffer = kSampleRow + 1;
@@ -54,7 +53,7 @@ std::int32_t Driver::GetSampleDepth() {
 }
 
 QString Driver::DrvrIssue() {
-    std::array<char, kIssueBytes> text{};
+    std::array<char, DriverBackend::kIssueBytes> text{};
     backend_->DrvrIssue(text.data());
     const auto end = std::find(text.begin(), text.end(), '\0');
     return QString::fromLatin1(text.data(), end - text.begin()).trimmed();

@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr int kPixelBytes = 3;
 constexpr quintptr kScreenBitmap = 1; ///< what a fresh context holds before a picture is selected
 
 /// Handles name pictures in the log; nothing is looked up by them.

@@ -62,6 +62,8 @@ class cDIBSection {
     using ShowMessage = std::function<void(const QString& text)>;
     using Random = std::function<float()>; ///< 0 <= value < 1
 
+    static constexpr int kPixelBytes = 3;
+
     /// No picture takes more; a larger request fails as if the memory were not there.
     static constexpr std::int64_t kMostBytes = std::int64_t{64} * 1024 * 1024;
 

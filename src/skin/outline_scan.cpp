@@ -8,15 +8,13 @@
 
 namespace {
 
-constexpr int kPixelBytes = 3;
-
 std::uint32_t PixelAt(const std::uint8_t* row, int column) {
-    const std::uint8_t* pixel = row + kPixelBytes * column;
+    const std::uint8_t* pixel = row + cDIBSection::kPixelBytes * column;
     return pixel[0] | static_cast<std::uint32_t>(pixel[1]) << 8 | static_cast<std::uint32_t>(pixel[2]) << 16;
 }
 
 int Columns(const cDIBSection& dib) {
-    return dib.BytesPerScanLine() / kPixelBytes;
+    return dib.BytesPerScanLine() / cDIBSection::kPixelBytes;
 }
 
 std::uint32_t KeyOf(const cDIBSection& dib) {
@@ -57,7 +55,7 @@ void LogPicture(DebugLog& log, const cDIBSection& dib) {
         line = QStringLiteral("Y:%1  ").arg(Hex(static_cast<std::uint32_t>(y), 4));
         const std::uint8_t* row = dib.Bytes().ImageRow(y);
         for (int x = 0; x < Columns(dib); ++x) {
-            const std::uint8_t* pixel = row + kPixelBytes * x;
+            const std::uint8_t* pixel = row + cDIBSection::kPixelBytes * x;
             line += QStringLiteral("(%1%2%3)").arg(Hex(pixel[0], 2), Hex(pixel[1], 2), Hex(pixel[2], 2));
         }
         log.PrintLog(line);

@@ -22,7 +22,7 @@ struct Header {
     std::uint32_t compression;
 };
 
-template <class T> T At(const QByteArray& bytes, int offset) {
+template <class T> T HeaderField(const QByteArray& bytes, int offset) {
     return qFromLittleEndian<T>(bytes.constData() + offset);
 }
 
@@ -33,7 +33,7 @@ std::int64_t ColourBytes(const QByteArray& bytes, std::uint32_t headerSize, cons
     if (headerSize == kCoreHeader) {
         return 3 * all;
     }
-    const auto used = At<std::uint32_t>(bytes, kFileHeader + 32);
+    const auto used = HeaderField<std::uint32_t>(bytes, kFileHeader + 32);
     const bool masks = headerSize == kInfoHeader && header.compression == kBitFields;
     return 4 * (used == 0 ? all : std::int64_t{used}) + (masks ? kMasks : 0);
 }
@@ -42,17 +42,18 @@ std::optional<Header> ReadHeader(const QByteArray& bytes) {
     if (bytes.size() < kFileHeader + static_cast<int>(kInfoHeader) || !bytes.startsWith("BM")) {
         return std::nullopt;
     }
-    Header header{At<std::uint32_t>(bytes, 10), 0, 0, 0, kRgb};
-    const auto headerSize = At<std::uint32_t>(bytes, kFileHeader);
+    Header header{HeaderField<std::uint32_t>(bytes, 10), 0, 0, 0, kRgb};
+    const auto headerSize = HeaderField<std::uint32_t>(bytes, kFileHeader);
     if (headerSize == kCoreHeader) {
-        header.width = At<std::uint16_t>(bytes, kFileHeader + 4);
-        header.height = At<std::uint16_t>(bytes, kFileHeader + 6);
-        header.bits = At<std::uint16_t>(bytes, kFileHeader + 10);
+        header.width = HeaderField<std::uint16_t>(bytes, kFileHeader + 4);
+        header.height = HeaderField<std::uint16_t>(bytes, kFileHeader + 6);
+        header.bits = HeaderField<std::uint16_t>(bytes, kFileHeader + 10);
     } else if (headerSize >= kInfoHeader) {
-        header.width = At<std::int32_t>(bytes, kFileHeader + 4);
-        header.height = std::llabs(At<std::int32_t>(bytes, kFileHeader + 8)); // negative: top row first
-        header.bits = At<std::uint16_t>(bytes, kFileHeader + 14);
-        header.compression = At<std::uint32_t>(bytes, kFileHeader + 16);
+        header.width = HeaderField<std::int32_t>(bytes, kFileHeader + 4);
+        header.height =
+            std::llabs(HeaderField<std::int32_t>(bytes, kFileHeader + 8)); // negative: top row first
+        header.bits = HeaderField<std::uint16_t>(bytes, kFileHeader + 14);
+        header.compression = HeaderField<std::uint32_t>(bytes, kFileHeader + 16);
     } else {
         return std::nullopt;
     }

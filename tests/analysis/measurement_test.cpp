@@ -12,7 +12,7 @@
 
 namespace {
 
-RoundedRecord Record(const std::function<double(int)>& sample) {
+RoundedRecord RowOf(const std::function<double(int)>& sample) {
     std::vector<float> row(kSampleDepth);
     for (int i = 0; i < kSampleDepth; ++i) {
         row[static_cast<std::size_t>(i)] = static_cast<float>(sample(i));
@@ -21,7 +21,7 @@ RoundedRecord Record(const std::function<double(int)>& sample) {
 }
 
 RoundedRecord Square(int period, int low, int high) {
-    return Record([=](int i) { return i % period < period / 2 ? high : low; });
+    return RowOf([=](int i) { return i % period < period / 2 ? high : low; });
 }
 
 double Spacing(const RoundedRecord& record) {
@@ -36,12 +36,12 @@ TEST(MeasureLevels, TakesMeanAndExtremesOfRoundedSamples) {
     EXPECT_EQ(levels.min, -40);
     EXPECT_EQ(levels.max, 60);
     EXPECT_FALSE(levels.clipped);
-    EXPECT_DOUBLE_EQ(MeasureLevels(Record([](int) { return 2.5; })).mean, 2); // ties to even
+    EXPECT_DOUBLE_EQ(MeasureLevels(RowOf([](int) { return 2.5; })).mean, 2); // ties to even
 }
 
 TEST(MeasureLevels, ASampleThatRaisesTheMaximumIsNotHeldAgainstTheMinimum) {
     // The lowest sample comes first and raises the maximum from nothing.
-    const Levels levels = MeasureLevels(Record([](int i) { return i == 0 ? -50 : 10; }));
+    const Levels levels = MeasureLevels(RowOf([](int i) { return i == 0 ? -50 : 10; }));
     EXPECT_EQ(levels.max, 10);
     EXPECT_EQ(levels.min, 10);
 }
@@ -55,7 +55,7 @@ TEST(MeasureLevels, TellsWhenTheConverterWasOverrun) {
 TEST(MeasureLevels, BearsSamplesOfAnySizeAndNone) {
     const float infinite = std::numeric_limits<float>::infinity();
     const double odd[] = {infinite, -infinite, std::numeric_limits<float>::quiet_NaN(), 3e38, -3e38, 0};
-    const RoundedRecord record = Record([&](int i) { return odd[i % 6]; });
+    const RoundedRecord record = RowOf([&](int i) { return odd[i % 6]; });
     const Levels levels = MeasureLevels(record);
     EXPECT_EQ(levels.max, (1 << 30) - 1);
     EXPECT_EQ(levels.min, -levels.max);
@@ -67,7 +67,7 @@ TEST(MeasureLevels, BearsSamplesOfAnySizeAndNone) {
 
 TEST(CrossingSpacing, IsThePeriodOfASteadySignal) {
     EXPECT_DOUBLE_EQ(Spacing(Square(100, -50, 50)), 100);
-    const auto sine = Record([](int i) { return 100 * std::sin(2 * std::numbers::pi * i / 250.0); });
+    const auto sine = RowOf([](int i) { return 100 * std::sin(2 * std::numbers::pi * i / 250.0); });
     EXPECT_NEAR(Spacing(sine), 250, 0.5);
 }
 
@@ -85,7 +85,7 @@ TEST(CrossingSpacing, OfEveryDemonstrationIsSteady) {
             for (int pass = 0; pass < 100; ++pass) {
                 driver.MakeSampleData(samples.data(), kSampleDepth, offset, channel, 10 * pass);
                 const double spacing =
-                    Spacing(Record([&](int i) { return samples[static_cast<std::size_t>(i)]; }));
+                    Spacing(RowOf([&](int i) { return samples[static_cast<std::size_t>(i)]; }));
                 shortest = std::min(shortest, spacing);
                 longest = std::max(longest, spacing);
             }
@@ -122,7 +122,7 @@ TEST(CrossingSpacing, IsThatOfGroupsSummedAnewAtEachStep) {
     };
     for (int seed = 1; seed <= 60; ++seed) {
         unsigned noise = static_cast<unsigned>(seed);
-        const auto record = Record([&](int i) {
+        const auto record = RowOf([&](int i) {
             noise = noise * 1664525U + 1013904223U;
             return (seed % 7) * 17 * std::sin(i * 0.002 * seed) + seed - 30.5 +
                    static_cast<double>(noise >> 24) / (16.0 + 4 * seed);
@@ -137,16 +137,16 @@ TEST(CrossingSpacing, IsThatOfGroupsSummedAnewAtEachStep) {
 TEST(RoundedRecord, RoundsTiesToEven) {
     const double values[] = {0.5, 1.5, 2.5, -0.5, -1.5, -2.5, 126.49999, -127.5, 40000.5, 1e8};
     const int wholes[] = {0, 2, 2, 0, -2, -2, 126, -128, 40000, 100000000};
-    const RoundedRecord record = Record([&](int i) { return values[i % 10]; });
+    const RoundedRecord record = RowOf([&](int i) { return values[i % 10]; });
     for (int i = 0; i < 10; ++i) {
         EXPECT_EQ(record[i], wholes[i]) << values[i];
     }
 }
 
 TEST(CrossingSpacing, NeedsTwoLikeCrossings) {
-    EXPECT_EQ(Spacing(Record([](int) { return 7; })), 0);
+    EXPECT_EQ(Spacing(RowOf([](int) { return 7; })), 0);
     EXPECT_EQ(Spacing(Square(3000, -50, 50)), 0); // one falling edge and no more
-    EXPECT_EQ(Spacing(Record([](int i) { return i / 1000 == 1 ? 50 : -50; })), 0); // one of each
+    EXPECT_EQ(Spacing(RowOf([](int i) { return i / 1000 == 1 ? 50 : -50; })), 0); // one of each
 }
 
 TEST(MeasurementTexts, ShowSignClippingAndOverrun) {

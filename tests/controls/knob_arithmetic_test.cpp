@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr float kInf = std::numeric_limits<float>::infinity();
+constexpr float kFloatInf = std::numeric_limits<float>::infinity();
 
 /// The angle of the point at that many degrees, as the mouse would report it.
 float AngleAt(int degrees) {
@@ -91,8 +91,8 @@ TEST(KnobPosition, TheExactStartAngleBelongsToTheDeadArc) {
 }
 
 TEST(KnobPosition, WithoutASweepEveryAngleIsDead) {
-    EXPECT_EQ(knob::PositionOf(10, 360, 0), kInf);
-    EXPECT_EQ(knob::PositionOf(0, 360, 0), kInf);
+    EXPECT_EQ(knob::PositionOf(10, 360, 0), kFloatInf);
+    EXPECT_EQ(knob::PositionOf(0, 360, 0), kFloatInf);
 }
 
 TEST(KnobDirection, ComparesWithTheLastAngle) {
@@ -146,7 +146,7 @@ TEST(KnobStops, ReturnsThePositionUnchanged) {
 TEST(KnobStops, TheDeadArcSticksAtTheEndThatItWasEnteredFrom) {
     ExpectHeld(Hold(1.1F, kUp, kFree), 1, kHigh);
     ExpectHeld(Hold(1.3F, kDown, kFree), 0, kLow);
-    ExpectHeld(Hold(kInf, kUp, kFree), 1, kHigh);
+    ExpectHeld(Hold(kFloatInf, kUp, kFree), 1, kHigh);
     ExpectHeld(Hold(1.1F, kUp, kFree, false), 1, kHigh); // in the dead arc the drag need not have begun
 }
 

@@ -3,6 +3,7 @@
 #include "controls/button_control.h"
 #include "controls/fonts.h"
 #include "controls/knob_instances.h"
+#include "controls/knob_properties.h"
 #include "controls/knob_scroller.h"
 #include "controls/knob_support.h"
 
@@ -21,84 +22,34 @@ using KnobLifecycle = KnobTest;
 
 } // namespace
 
-TEST_F(KnobProperties, EveryPutOfTheLookLaysOut) {
-    const std::vector<std::function<void()>> puts = {
-        [&] { knob->SetKnobBand1Start(1); },
-        [&] { knob->SetKnobBand1Stop(2); },
-        [&] { knob->SetKnobBand1Color(Qt::red); },
-        [&] { knob->SetKnobTextColor(Qt::red); },
-        [&] { knob->SetKnobAnticlock(true); },
-        [&] { knob->SetKnobZeroButton(true); },
-        [&] { knob->SetKnobMin(-10); },
-        [&] { knob->SetKnobMax(50); },
-        [&] { knob->SetKnobStartAngle(0); },
-        [&] { knob->SetKnobStopAngle(180); },
-        [&] { knob->SetKnobTimeout(30); },
-        [&] { knob->SetKnobFillColor(Qt::red); },
-        [&] { knob->SetKnobBorderColor(Qt::red); },
-        [&] { knob->SetKnobMarkerColor(Qt::red); },
-        [&] { knob->SetKnobValueFormat("0"); },
-        [&] { knob->SetKnobFont(InstrumentFont("Arial", 8.25)); },
-        [&] { knob->SetKnobMarkers("11"); },
-        [&] { knob->SetKnobValueEditable(true); },
-        [&] { knob->SetKnobValueAlign(2); },
-        [&] { knob->SetKnobValue(7); },
-    };
-    for (std::size_t i = 0; i < puts.size(); ++i) {
+TEST_F(KnobProperties, APutLaysOutOrOnlyStores) {
+    const auto expectLaidOut = [&](bool laidOut, const char* name) {
+        EXPECT_EQ(events(), laidOut ? Log({"Change", "Done"}) : Log()) << name;
+        EXPECT_EQ(Pending(*knob, "Timer1"), laidOut) << name;
         Settle(*knob, "Timer1");
-        puts[i]();
-        EXPECT_THAT(events(), ElementsAre("Change", "Done")) << "put " << i;
-        EXPECT_TRUE(Pending(*knob, "Timer1")) << "put " << i;
+    };
+    for (const KnobProperty& property : KnobPropertyTable()) {
+        knob->setProperty(property.name, property.other);
+        expectLaidOut(property.laysOut, property.name);
     }
-}
-
-TEST_F(KnobProperties, SomePutsOnlyStore) {
-    knob->SetKnobZeroButtonValue(3);
-    knob->SetKnobApplyLimit(true);
-    knob->SetKnobValueQuantized(true);
-    knob->SetKnobLowerLimit(1);
-    knob->SetKnobUpperLimit(99);
-    EXPECT_THAT(events(), IsEmpty());
-    EXPECT_FALSE(Pending(*knob, "Timer1"));
-    EXPECT_EQ(knob->KnobZeroButtonValue(), 3);
-    EXPECT_TRUE(knob->KnobApplyLimit());
-    EXPECT_TRUE(knob->KnobValueQuantized());
-    EXPECT_EQ(knob->KnobLowerLimit(), 1);
-    EXPECT_EQ(knob->KnobUpperLimit(), 99);
+    knob->SetKnobVisible(true);
+    Settle(*knob, "Timer1");
+    knob->SetKnobFont(InstrumentFont("Arial", 8.25));
+    expectLaidOut(true, "KnobFont");
 }
 
 TEST_F(KnobProperties, EachIsAQtProperty) {
-    const QVariantMap values = {{"KnobValue", 7},
-                                {"KnobBand1Start", 24},
-                                {"KnobBand1Stop", 28},
-                                {"KnobBand1Color", QColor(Qt::red)},
-                                {"KnobTextColor", QColor(Qt::blue)},
-                                {"KnobAnticlock", true},
-                                {"KnobZeroButton", true},
-                                {"KnobZeroButtonValue", 9},
-                                {"KnobApplyLimit", true},
-                                {"KnobLowerLimit", 1},
-                                {"KnobUpperLimit", 90},
-                                {"KnobMin", -5},
-                                {"KnobMax", 77},
-                                {"KnobStartAngle", -90},
-                                {"KnobStopAngle", 90},
-                                {"KnobTimeout", 20},
-                                {"KnobFillColor", QColor(1, 2, 3)},
-                                {"KnobBorderColor", QColor(4, 5, 6)},
-                                {"KnobMarkerColor", QColor(7, 8, 9)},
-                                {"KnobValueFormat", "x0"},
-                                {"KnobFont", InstrumentFont("Arial", 9.75, true)},
-                                {"KnobMarkers", "28"},
-                                {"KnobValueEditable", true},
-                                {"KnobValueQuantized", true},
-                                {"KnobValueAlign", 2},
-                                {"KnobVisible", false}};
-    for (auto it = values.begin(); it != values.end(); ++it) {
-        const QByteArray name = it.key().toLatin1();
-        EXPECT_TRUE(knob->setProperty(name, it.value())) << name.toStdString();
-        EXPECT_EQ(knob->property(name), it.value()) << name.toStdString();
+    const auto expectProperty = [](const char* name, const QVariant& other) {
+        KnobControl1 fresh;
+        EXPECT_NE(fresh.property(name), other) << name;
+        EXPECT_TRUE(fresh.setProperty(name, other)) << name;
+        EXPECT_EQ(fresh.property(name), other) << name;
+    };
+    for (const KnobProperty& property : KnobPropertyTable()) {
+        EXPECT_EQ(KnobControl1().property(property.name), property.read) << property.name;
+        expectProperty(property.name, property.other);
     }
+    expectProperty("KnobFont", InstrumentFont("Arial", 9.75, true));
     EXPECT_EQ(knob->property("KnobXlatedValue"), knob->KnobXlatedValue());
     EXPECT_FALSE(knob->setProperty("KnobXlatedValue", "7"));
 }

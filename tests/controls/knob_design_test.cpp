@@ -1,39 +1,20 @@
 #include "controls/knob_design.h"
 
 #include "controls/fonts.h"
+#include "controls/knob_control.h"
+#include "controls/knob_properties.h"
 
 #include <gtest/gtest.h>
 
 TEST(KnobDesign, DefaultsOfReading) {
-    const KnobDesign d = ReadKnobDesign({});
-    EXPECT_EQ(d.KnobValue, 0);
-    EXPECT_EQ(d.KnobBand1Start, -1);
-    EXPECT_EQ(d.KnobBand1Stop, -1);
-    EXPECT_EQ(d.KnobBand1Color, QColor(0, 0, 0));
-    EXPECT_EQ(d.KnobTextColor, QColor(0, 0, 0));
-    EXPECT_FALSE(d.KnobAnticlock);
-    EXPECT_TRUE(d.KnobZeroButton);
-    EXPECT_EQ(d.KnobZeroButtonValue, 0);
-    EXPECT_FALSE(d.KnobApplyLimit);
-    EXPECT_EQ(d.KnobLowerLimit, 0);
-    EXPECT_EQ(d.KnobUpperLimit, 100);
-    EXPECT_EQ(d.KnobMin, 0);
-    EXPECT_EQ(d.KnobMax, 100);
-    EXPECT_EQ(d.KnobStartAngle, -45);
-    EXPECT_EQ(d.KnobStopAngle, -135);
-    EXPECT_EQ(d.KnobTimeout, 0);
-    for (const QColor& face : {d.KnobFillColor, d.KnobBorderColor, d.KnobMarkerColor}) {
-        EXPECT_EQ(face, ToQColor(kButtonFace));
+    KnobControl1 knob;
+    knob.ReadProperties({});
+    for (const KnobProperty& property : KnobPropertyTable()) {
+        EXPECT_EQ(knob.property(property.name), property.read) << property.name;
     }
-    EXPECT_EQ(d.KnobValueFormat, "0.0");
-    EXPECT_EQ(d.KnobMarkers, "2");
-    EXPECT_FALSE(d.KnobValueEditable);
-    EXPECT_FALSE(d.KnobValueQuantized);
-    EXPECT_EQ(d.KnobValueAlign, 0);
-    EXPECT_TRUE(d.KnobVisible);
-    EXPECT_EQ(d.KnobFont.family(), "Aerial");
-    EXPECT_EQ(d.KnobFont, InstrumentFont("Aerial", 8));
-    EXPECT_FALSE(d.KnobFont.bold() || d.KnobFont.italic() || d.KnobFont.underline());
+    EXPECT_EQ(knob.KnobFont().family(), "Aerial");
+    EXPECT_EQ(knob.KnobFont(), InstrumentFont("Aerial", 8));
+    EXPECT_FALSE(knob.KnobFont().bold() || knob.KnobFont().italic() || knob.KnobFont().underline());
 }
 
 TEST(KnobDesign, ThreeKeysFallBackOnTheRange) {
@@ -104,37 +85,25 @@ TEST(KnobDesign, TheTextAlignmentIsWrittenAndNeverRead) {
     EXPECT_EQ(WriteKnobDesign(ReadKnobDesign(bag), 2), WriteKnobDesign({}, 2));
 }
 
+TEST(KnobDesign, EveryKeyIsWrittenUnlessItHasItsDefault) {
+    for (const KnobProperty& property : KnobPropertyTable()) {
+        const auto written = [&](const QVariant& value) {
+            return WriteKnobDesign(ReadKnobDesign({{property.name, value}}), 2).value(property.name);
+        };
+        EXPECT_EQ(written(property.written), QVariant()) << property.name;
+        EXPECT_EQ(written(property.other), property.other) << property.name;
+    }
+}
+
 TEST(KnobDesign, WhatIsWrittenReadsBack) {
-    KnobDesign d;
-    d.KnobValue = 7;
-    d.KnobBand1Start = 24;
-    d.KnobBand1Stop = 28;
-    d.KnobBand1Color = QColor(255, 0, 0);
-    d.KnobTextColor = Qt::white;
-    d.KnobAnticlock = true;
-    d.KnobZeroButton = false;
-    d.KnobZeroButtonValue = 3;
-    d.KnobApplyLimit = true;
-    d.KnobLowerLimit = 1;
-    d.KnobUpperLimit = 26;
-    d.KnobMin = 2;
-    d.KnobMax = 27;
-    d.KnobStartAngle = -90;
-    d.KnobStopAngle = 90;
-    d.KnobTimeout = 20;
-    d.KnobFillColor = QColor(1, 1, 1);
-    d.KnobBorderColor = QColor(2, 2, 2);
-    d.KnobMarkerColor = QColor(3, 3, 3);
-    d.KnobValueFormat = "x0";
-    d.KnobMarkers = "28";
-    d.KnobValueEditable = true;
-    d.KnobValueQuantized = true;
-    d.KnobValueAlign = 2;
-    d.KnobVisible = false;
-    d.KnobFont = InstrumentFont("Small Fonts", 6.75, true);
-    d.KnobFont.setItalic(true);
-    d.KnobFont.setUnderline(true);
-    const QVariantMap bag = WriteKnobDesign(d, 2);
+    QVariantMap bag{{"KnobFont_Name", "Small Fonts"},
+                    {"KnobFont_Size", 6.75},
+                    {"KnobFont_Bold", true},
+                    {"KnobFont_Italic", true},
+                    {"KnobFont_Underline", true}};
+    for (const KnobProperty& property : KnobPropertyTable()) {
+        bag[property.name] = property.other;
+    }
     EXPECT_EQ(bag.size(), 30);
     EXPECT_EQ(WriteKnobDesign(ReadKnobDesign(bag), 2), bag);
 }

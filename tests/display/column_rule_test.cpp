@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+constexpr float kFloatNan = std::numeric_limits<float>::quiet_NaN();
 
 /// The positions that a channel with these values keeps.
 std::vector<int> Kept(const std::vector<float>& values, double columnsPerUnit, int channel = 1) {
@@ -47,9 +47,9 @@ TEST(ColumnRule, KeepsAllWhereColumnsAreNarrowerThanSamples) {
 }
 
 TEST(ColumnRule, ANumberThatIsNoneHidesTheRestOfTheColumnOnlyIfItCameFirst) {
-    EXPECT_THAT(Kept({5, kNan, 6, 4}, 0.1), ElementsAre(0, 2, 3));
-    EXPECT_THAT(Kept({kNan, 5, 6, 4}, 0.1), ElementsAre(0));
-    EXPECT_THAT(Kept({kNan, 5, 6, 4}, 0.5), ElementsAre(0, 2, 3));
+    EXPECT_THAT(Kept({5, kFloatNan, 6, 4}, 0.1), ElementsAre(0, 2, 3));
+    EXPECT_THAT(Kept({kFloatNan, 5, 6, 4}, 0.1), ElementsAre(0));
+    EXPECT_THAT(Kept({kFloatNan, 5, 6, 4}, 0.5), ElementsAre(0, 2, 3));
 }
 
 TEST(ColumnRule, IsTheRuleWordForWordOnNoise) {

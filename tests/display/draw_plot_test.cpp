@@ -20,10 +20,7 @@ using testing::SizeIs;
 using testing::StartsWith;
 using Calls = std::vector<std::string>;
 
-// At 252 pixels of height and zoom 1 a pixel is one step.
-constexpr int kWidth = 600;
-constexpr int kHeight = 252;
-constexpr double kPixelX = 2999.0 / kWidth;
+constexpr double kPixelX = 2999.0 / kPlotWidth;
 
 std::string Call(const char* name, std::initializer_list<double> figures) {
     std::string text = std::string(name) + "(";
@@ -49,7 +46,7 @@ class DrawPlotTest : public testing::Test {
     void DrawSpectrum() { DrawPlot(scene.Spectrum(), canvas, nullptr); }
 
     PlotScene scene;
-    RecordingCanvas canvas{kWidth, kHeight};
+    RecordingCanvas canvas{kPlotWidth, kPlotHeight};
     RecordingCompanions companions{canvas};
 };
 
@@ -291,8 +288,8 @@ TEST_F(DrawPlotTest, DelayIsAnArrowToTheLeft) {
     scene.DelayFlag = true;
     Draw();
     // A blank is 6 pixels of 3003.998 / 600 wide and 10 of 253 / 252 high.
-    const double width = 6 * (2999 + kPixelX) / kWidth;
-    const double height = 10 * 253.0 / kHeight;
+    const double width = 6 * (2999 + kPixelX) / kPlotWidth;
+    const double height = 10 * 253.0 / kPlotHeight;
     EXPECT_THAT(canvas.CallsOf({"SetCurrent", "Print"}),
                 ElementsAre(Call("SetCurrent", {600 - width, -126 + 1.2 * height}), "Print(<)"));
 }
@@ -301,7 +298,7 @@ TEST_F(DrawPlotTest, MarkersKeepTheirSizeOnAFineScreen) {
     scene.TriggerLevel = 0;
     scene.record.VertCursorEnabled[0] = true;
     scene.record.ChannelOn[1] = true;
-    RecordingCanvas fine(2 * kWidth, 2 * kHeight, 2);
+    RecordingCanvas fine(2 * kPlotWidth, 2 * kPlotHeight, 2);
     DrawPlot(scene.Time(), fine, nullptr);
     const double x = 2999 - kPixelX / 2;
     EXPECT_THAT(fine.calls, Contains(Call("Line", {x - 5 * kPixelX, 5, x - 5 * kPixelX, -5})));
@@ -365,8 +362,8 @@ TEST_F(DrawPlotTest, TheColumnRuleBoundsTheLinesByTheWidth) {
         scene.record.ChannelOn[channel] = false;
     }
     Draw();
-    EXPECT_LT(canvas.Count("LineTo"), 4 * kWidth);
-    EXPECT_GT(canvas.Count("LineTo"), kWidth);
+    EXPECT_LT(canvas.Count("LineTo"), 4 * kPlotWidth);
+    EXPECT_GT(canvas.Count("LineTo"), kPlotWidth);
 }
 
 TEST_F(DrawPlotTest, TraceReachesOneSampleBeyondTheView) {
@@ -518,8 +515,8 @@ TEST_F(DrawPlotTest, ReadOutTellsTheWayToTheNextCursorOfTheCycle) {
 }
 
 TEST_F(DrawPlotTest, ReadOutsStackAndFlipNearTheRightEdge) {
-    const double character = RecordingCanvas::kCharacter * (2999 + kPixelX) / kWidth;
-    const double line = RecordingCanvas::kTextLine * 253.0 / kHeight;
+    const double character = RecordingCanvas::kCharacter * (2999 + kPixelX) / kPlotWidth;
+    const double line = RecordingCanvas::kTextLine * 253.0 / kPlotHeight;
     scene.record.VertCursorEnabled[0] = scene.record.VertCursorEnabled[2] = true;
     scene.record.VertCursorTime[0] = 2900e-6;
     scene.record.VertCursorTime[2] = 20e-6;
@@ -531,7 +528,7 @@ TEST_F(DrawPlotTest, ReadOutsStackAndFlipNearTheRightEdge) {
 }
 
 TEST_F(DrawPlotTest, ReadOutFlipsOnlyBeyondTheEdge) {
-    const double width = 11 * RecordingCanvas::kCharacter * (2999 + kPixelX) / kWidth;
+    const double width = 11 * RecordingCanvas::kCharacter * (2999 + kPixelX) / kPlotWidth;
     const double edge = 2999 - width - 3 * kPixelX;
     scene.record.VertCursorEnabled[0] = true;
     scene.record.VertCursorTime[0] = std::floor(edge) * 1e-6;
@@ -587,8 +584,8 @@ TEST_F(DrawPlotTest, SpectrumHasGridAndTracesOnly) {
     scene.record.ChannelFFT[1] = scene.record.ChannelFFT[5] = true;
     scene.record.ChannelInvert[1] = true;
     DrawSpectrum();
-    const double pixel = 1023.0 / kWidth;
-    EXPECT_EQ(canvas.calls[4], Scale(1, 30, 1024 + pixel, -30 - 60.0 / kHeight));
+    const double pixel = 1023.0 / kPlotWidth;
+    EXPECT_EQ(canvas.calls[4], Scale(1, 30, 1024 + pixel, -30 - 60.0 / kPlotHeight));
     EXPECT_EQ(canvas.Count("SetScale"), 4); // once, for each trace, and at the end: never upside down
     EXPECT_THAT(canvas.CallsOf({"Line"}), SizeIs(21 + 21));
     EXPECT_THAT(canvas.CallsOf({"FillBox", "PSet", "Print", "TriggerLine", "GroundLabelLeft",

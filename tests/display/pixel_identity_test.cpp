@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr int kWidth = 150;
-constexpr int kHeight = 90;
+constexpr int kRasterWidth = 150;
+constexpr int kRasterHeight = 90;
 
 /// How many pixels differ between the two roads.
 int Differing(const QImage& fast, const QImage& plain) {
@@ -55,7 +55,7 @@ struct BothRoads {
 };
 
 CanvasPoint RandomPoint(Noise& noise, double beyond) {
-    return {noise.In(-beyond, kWidth + beyond), noise.In(-beyond, kHeight + beyond)};
+    return {noise.In(-beyond, kRasterWidth + beyond), noise.In(-beyond, kRasterHeight + beyond)};
 }
 
 using Points = std::vector<CanvasPoint>;
@@ -65,7 +65,7 @@ class PixelIdentity : public testing::TestWithParam<std::tuple<double, PenStyle>
     void Check(const Points& points, const std::string& what) {
         const auto [ratio, style] = GetParam();
         for (int width : {1, 2}) {
-            BothRoads roads(kWidth, kHeight, ratio);
+            BothRoads roads(kRasterWidth, kRasterHeight, ratio);
             roads.Do([&, s = style](Canvas& canvas) {
                 canvas.SetDrawWidth(width);
                 canvas.SetDrawStyle(s);
@@ -113,8 +113,8 @@ TEST_P(PixelIdentity, OfTracesFromLeftToRight) {
     for (double pitch : {0.05, 0.3, 0.64, 1.0, 1.7, 9.0}) {
         for (double height : {2.0, 45.0, 400.0}) {
             Points points;
-            for (double x = -7; x < kWidth + 7; x += pitch) {
-                points.push_back({x, kHeight / 2.0 + height * noise.Next()});
+            for (double x = -7; x < kRasterWidth + 7; x += pitch) {
+                points.push_back({x, kRasterHeight / 2.0 + height * noise.Next()});
             }
             Check(points, "pitch " + std::to_string(pitch));
         }
@@ -123,10 +123,10 @@ TEST_P(PixelIdentity, OfTracesFromLeftToRight) {
 
 TEST_P(PixelIdentity, OfLinesAlongAndAcrossTheEdges) {
     for (double edge : {-2.0, -1.0, 0.0, 1.0}) {
-        Check({{edge, -5}, {edge, kHeight + 5.0}}, "left");
-        Check({{kWidth + edge, -5}, {kWidth + edge, kHeight + 5.0}}, "right");
-        Check({{-5, edge}, {kWidth + 5.0, edge}}, "top");
-        Check({{kWidth + 5.0, kHeight + edge}, {-5, kHeight + edge}}, "bottom");
+        Check({{edge, -5}, {edge, kRasterHeight + 5.0}}, "left");
+        Check({{kRasterWidth + edge, -5}, {kRasterWidth + edge, kRasterHeight + 5.0}}, "right");
+        Check({{-5, edge}, {kRasterWidth + 5.0, edge}}, "top");
+        Check({{kRasterWidth + 5.0, kRasterHeight + edge}, {-5, kRasterHeight + edge}}, "bottom");
     }
 }
 
@@ -136,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(Pens, PixelIdentity,
 
 TEST(PixelIdentityOfRoads, GapsAtNoNumbersAreTheSame) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    BothRoads roads(kWidth, kHeight);
+    BothRoads roads(kRasterWidth, kRasterHeight);
     const Points points{{10, 10}, {nan, 20}, {30, 30}, {40, 10}, {50, nan}, {nan, nan}, {70, 20}, {80, 80}};
     roads.Do([&](Canvas& canvas) {
         canvas.SetDrawWidth(2);
@@ -151,7 +151,7 @@ TEST(PixelIdentityOfRoads, GapsAtNoNumbersAreTheSame) {
 TEST(PixelIdentityOfRoads, BoxesAndPointsAreTheSame) {
     Noise noise(4);
     for (double ratio : {1.0, 2.0}) {
-        BothRoads roads(kWidth, kHeight, ratio);
+        BothRoads roads(kRasterWidth, kRasterHeight, ratio);
         for (int i = 0; i < 60; ++i) {
             const CanvasPoint a = RandomPoint(noise, 20);
             const CanvasPoint b{a.x + noise.In(-4, 4), a.y + noise.In(-4, 4)};

@@ -14,9 +14,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Calls = std::vector<std::string>;
 
-constexpr int kWidth = 600;
-constexpr int kHeight = 252;
-
 /// The plotter among controls of its own, recording canvases and a scripted driver.
 class PlotterTest : public testing::Test {
   protected:
@@ -66,11 +63,11 @@ class PlotterTest : public testing::Test {
     Record record;
     ScriptedInstrument instrument;
     PlotControlSet controls;
-    RecordingCanvas main{kWidth, kHeight};
+    RecordingCanvas main{kPlotWidth, kPlotHeight};
     RecordingCompanions companions{main};
-    RecordingCanvas large{2 * kWidth, kHeight};
+    RecordingCanvas large{2 * kPlotWidth, kPlotHeight};
     RecordingCompanions largeCompanions{large};
-    RecordingCanvas spectrum{kWidth, kHeight};
+    RecordingCanvas spectrum{kPlotWidth, kPlotHeight};
     bool largeOpen = false;
     bool spectrumVisible = false;
     Calls events;

@@ -5,6 +5,10 @@
 #include <string>
 #include <vector>
 
+/// The pixels of a usual canvas in the tests: at this height and zoom 1 one is a step.
+inline constexpr int kPlotWidth = 600;
+inline constexpr int kPlotHeight = 252;
+
 /// A canvas that draws nothing and tells what it was asked. A text is 6 pixels a character wide and 10 high.
 class RecordingCanvas : public Canvas {
   public:

@@ -168,6 +168,20 @@ TEST_F(Wayland, AListOpensItsMenuWhereItStands) {
     EXPECT_TRUE(Until([&] { return list->currentIndex() == 1; }));
 }
 
+TEST_F(Wayland, KeysReachTheInstrument) {
+    Click(Tab<QWidget>(kMathTab, "Image1")); // the compositor gives the keys to what was clicked
+    EXPECT_TRUE(Until([&] { return record->TabOpen[kMathTab]; }));
+    Do(QStringLiteral("key Escape"));
+    EXPECT_TRUE(Until([&] { return !record->TabOpen[kMathTab]; }));
+    Do(QStringLiteral("key Tab"));
+    EXPECT_TRUE(Until([&] { return Face().focusWidget() != nullptr && Face().focusWidget()->hasFocus(); }));
+    const bool stopped = !record->Running;
+    Do(QStringLiteral("key r"));
+    EXPECT_TRUE(Until([&] { return record->Running == stopped; }));
+    Do(QStringLiteral("key l"));
+    EXPECT_TRUE(Until([&] { return instrument->shell->FullScreenOn; }));
+}
+
 TEST_F(Wayland, TheClipboardTakesAPicture) {
     Click(instrument->forms.MainForm->control<QWidget>("FullScreenButton"));
     EXPECT_TRUE(Until([&] { return instrument->shell->FullScreenOn; }));

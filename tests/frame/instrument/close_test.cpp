@@ -3,6 +3,7 @@
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "frame/session/session_end.h"
+#include "support/patience.h"
 
 #include <QDir>
 #include <QImage>
@@ -17,7 +18,6 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr int kPatience = 30000;
 constexpr const char* kAsked = "asked to close";
 
 class CloseTest : public InstrumentTest {

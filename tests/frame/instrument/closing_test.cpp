@@ -1,5 +1,7 @@
 #include "frame/instrument/closing.h"
 
+#include "support/patience.h"
+
 #include <QEventLoop>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -8,10 +10,6 @@
 #include <gtest/gtest.h>
 
 using testing::ElementsAre;
-
-namespace {
-constexpr int kPatience = 30000; ///< ms for anything that has to come true
-}
 
 class ClosingTest : public testing::Test {
   protected:

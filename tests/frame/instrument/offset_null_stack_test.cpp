@@ -3,6 +3,7 @@
 #include "frame/instrument/instrument.h"
 #include "frame/instrument/shut_down.h"
 #include "frame/session/start_up.h"
+#include "support/patience.h"
 
 #include <QApplication>
 #include <QFile>
@@ -13,7 +14,6 @@
 
 namespace {
 
-constexpr int kPatience = 60000;                     ///< ms
 constexpr double kRangeOffsets[] = {4.3, -6.7, 2.4}; ///< ADC steps
 constexpr int kTenPercent = 13;                      ///< of the offset knob, in ADC steps
 

@@ -11,3 +11,4 @@ target_compile_definitions(layout_tests PRIVATE CORVANTINE_SOURCE_DIR="${PROJECT
 # Pictures of every form for the eye; not a test.
 add_executable(corvantine_form_shots form_shots.cpp)
 target_link_libraries(corvantine_form_shots PRIVATE corvantine_all_forms Qt6::Test)
+corvantine_eye(corvantine_form_shots)
