@@ -146,8 +146,12 @@ void Monkey::PressDeepButton() {
     if (buttons.isEmpty()) {
         return;
     }
-    ButtonControl1* button = buttons[Below(static_cast<int>(buttons.size()))];
-    if (button->isVisible() && button->objectName() != QLatin1String("CloseButton")) {
+    // Of them all the one that saves has the most behind it.
+    ButtonControl1* button =
+        Chance(70)
+            ? buttons[Below(static_cast<int>(buttons.size()))]
+            : whole_->instrument.forms.surface->findChild<ButtonControl1*>(QStringLiteral("SaveDataButton"));
+    if (button != nullptr && button->isVisible() && button->objectName() != QLatin1String("CloseButton")) {
         LastWords::Say("%d: button %s", events_, qPrintable(button->objectName()));
         events_ += 2;
         WholeInstrument::Click(*button);
