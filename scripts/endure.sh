@@ -12,7 +12,7 @@ cd "$root" || exit 1
 need $build_packages $screen_packages $test_packages $endurance_packages || exit 1
 hours=${1:-1}
 shift $(($# > 0 ? 1 : 0))
-trials=${*:-soak saves damaged fuzz display looks hardening}
+trials=${*:-soak monkey drivers restarts counters texts saves damaged fuzz display looks hardening}
 seconds=$(awk -v hours="$hours" 'BEGIN { printf "%d", hours * 3600 }')
 results=$root/build/endurance
 shipped=$root/build/release/bin
@@ -49,6 +49,29 @@ soak() {
     wait $other
     grep -q BROKEN "$results/soak_demonstration.log" && failed+=(soak_demonstration)
 }
+# Twenty hands on each kind of driver; CORVANTINE_MONKEY_EVENTS for shorter ones.
+monkey() {
+    build asan corvantine_monkey corvantine_simulated_stack
+    local driver seed
+    for driver in builtin stack lying; do
+        for seed in {1..20}; do
+            try "monkey_${driver}_$seed" env QT_QPA_PLATFORM=offscreen \
+                "$sanitized/corvantine_monkey" $driver "$seed" "${CORVANTINE_MONKEY_EVENTS:-1000000}"
+        done
+    done
+}
+# One part of the trials that make the whole program in a process of their own.
+whole() {
+    local name=$1 filter=$2
+    shift 2
+    build asan endurance_tests
+    try "$name" env QT_QPA_PLATFORM=offscreen CORVANTINE_TRIAL=long "$@" \
+        "$sanitized/endurance_tests" --gtest_filter="$filter"
+}
+drivers() { whole drivers 'HostileDriver.*'; }
+restarts() { whole restarts 'Restarts.*' CORVANTINE_TRIAL_COUNT=500; }
+counters() { whole counters 'Counters.*'; }
+texts() { whole texts 'HostileStrings.*'; }
 saves() {
     build asan interrupted_saves_tests
     try saves "$sanitized/interrupted_saves_tests" --gtest_repeat=5

@@ -70,10 +70,12 @@ class StackMeasurement : public StackFixture {
         }
     }
 
-    /// A stack whose four modules hear these signals at this range, their period so many seconds.
-    std::string Stack(const std::vector<std::string>& waves, double period) const {
+    /// A stack whose four modules hear these signals at this range, their period so many seconds. Its time
+    /// runs so many times faster than ours, but never so far ahead that a double could not tell the phases
+    /// of two tones any more: a thousand passes may take us seconds.
+    std::string Stack(const std::vector<std::string>& waves, double period, SamplingMode mode) const {
         const double step = static_cast<double>(scale.GetVoltsPerADCStep());
-        std::string text = "speed = 1000000\n";
+        std::string text = mode == SamplingMode::RIS ? "speed = 1000\n" : "speed = 1000000\n";
         for (std::string signal : waves) {
             const auto put = [&](const std::string& key, double value) {
                 std::ostringstream number;
@@ -155,7 +157,7 @@ class StackMeasurement : public StackFixture {
                     continue;
                 }
                 const double period = SamplePeriodOf(setting);
-                Open(Stack(waves, kPeriodSamples * period), static_cast<int>(waves.size()));
+                Open(Stack(waves, kPeriodSamples * period, setting.mode), static_cast<int>(waves.size()));
                 for (int ch = 1; ch <= opened; ++ch) {
                     driver->SetUpFrontEnd(ch, scale.range, true, false);
                     driver->SetTrigThresh(ch, static_cast<float>(kLevel / kStepsPerHalfScreen * 100));
