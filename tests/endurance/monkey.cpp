@@ -358,8 +358,9 @@ bool Monkey::eventFilter(QObject* watched, QEvent* event) {
     }
     if (event->type() == QEvent::Show) {
         if (auto* dialog = qobject_cast<QFileDialog*>(watched)) {
-            dialog->setOption(
-                QFileDialog::ReadOnly); // it is not the files of whoever runs this that are on trial
+            ++dialogs_;
+            // It is not the files of whoever runs this that are on trial.
+            dialog->setOption(QFileDialog::ReadOnly);
             dialog->setDirectory(folder_ + "/files");
         }
     }
