@@ -69,12 +69,13 @@
 enum {
     CORVANTINE_TRUE = -1,
     CORVANTINE_FALSE = 0,
-    CORVANTINE_NAME_BYTES = 101,  /* receive buffer of a name or serial string */
-    CORVANTINE_ISSUE_BYTES = 100, /* receive buffer of the issue text */
-    CORVANTINE_ROW = 3072,        /* positions of a row of the block buffer */
-    CORVANTINE_BLOCKS = 4 * 3072, /* floats of the block buffer */
-    CORVANTINE_BUFFER = 3073,     /* floats of a single-channel buffer */
-    CORVANTINE_FFT_LENGTH = 2048  /* doubles of a spectrum buffer */
+    CORVANTINE_NAME_BYTES = 101,    /* receive buffer of a name or serial string */
+    CORVANTINE_ISSUE_BYTES = 100,   /* receive buffer of the issue text */
+    CORVANTINE_SAMPLE_DEPTH = 3000, /* samples of a record */
+    CORVANTINE_ROW = 3072,          /* positions of a row of the block buffer */
+    CORVANTINE_BLOCKS = 4 * 3072,   /* floats of the block buffer */
+    CORVANTINE_BUFFER = 3073,       /* floats of a single-channel buffer */
+    CORVANTINE_FFT_LENGTH = 2048    /* doubles of a spectrum buffer */
 };
 
 #ifdef __cplusplus

@@ -6,6 +6,7 @@
 #include "frame/instrument/closing.h"
 #include "frame/instrument/instrument.h"
 #include "frame/instrument/shut_down.h"
+#include "frame/record/record.h"
 #include "frame/session/end_signals.h"
 #include "frame/session/exit_keeper.h"
 #include "frame/session/session_end.h"

@@ -10,6 +10,8 @@
 #include "display/plot_canvas.h"
 #include "display/spectrum_preparation.h"
 #include "driver/builtin_backend.h"
+#include "frame/record/record.h"
+#include "support/plain_scale.h"
 
 #include <QCheckBox>
 #include <QRadioButton>
@@ -17,14 +19,6 @@
 #include <cmath>
 
 namespace {
-
-class SetScale : public ChannelScale {
-  public:
-    float GetVoltsPerDiv() const override { return 3; }
-    float GetVoltsPerADCStep() const override { return VoltsPerADCStep(3); }
-    float GetOffset() const override { return 0; }
-    int GetRange() const override { return 0; }
-};
 
 /// Six channels with a noisy sine each, all on, all with a spectrum.
 struct Bench {
@@ -47,7 +41,7 @@ struct Bench {
     }
     Record record;
     Driver driver{std::make_unique<BuiltinBackend>()};
-    SetScale scale;
+    PlainScale scale;
     PerChannel<const ChannelScale*> scales;
     SpectrumSamples buffer{};
 };
@@ -69,7 +63,7 @@ void UpdateStatsOfSixSteadyRows(benchmark::State& state) {
     Form form(MeasurementDesign());
     std::array<QCheckBox, 6> boxes;
     MeasurementWindow::Controls controls;
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         boxes[static_cast<std::size_t>(i)].setChecked(true);
         boxes[static_cast<std::size_t>(3 + i)].setChecked(true);
         controls.VertCursorEn[i] = &boxes[static_cast<std::size_t>(i)];

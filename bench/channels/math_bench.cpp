@@ -7,7 +7,9 @@
 #include "channels/volts_table.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
+#include "frame/record/record.h"
 #include "frame/settings/settings.h"
+#include "support/plain_scale.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -16,14 +18,6 @@
 #include <cmath>
 
 namespace {
-
-class SetScale : public ChannelScale {
-  public:
-    float GetVoltsPerDiv() const override { return 3; }
-    float GetVoltsPerADCStep() const override { return VoltsPerADCStep(3); }
-    float GetOffset() const override { return 0; }
-    int GetRange() const override { return 0; }
-};
 
 /// Both math channels on, each with its own two operands and the same operator.
 struct Bench {
@@ -51,7 +45,7 @@ struct Bench {
     QTemporaryDir folder;
     SettingsStore settings{folder.path()};
     Form form{MathTabDesign()};
-    SetScale scale;
+    PlainScale scale;
     MathTab tab{form,
                 record,
                 settings,

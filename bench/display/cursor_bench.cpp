@@ -3,6 +3,7 @@
 #include "display/cursor_tab_design.h"
 #include "display/plot_canvas.h"
 #include "driver/builtin_backend.h"
+#include "frame/record/record.h"
 #include "frame/window/main_form_design.h"
 
 #include <QApplication>

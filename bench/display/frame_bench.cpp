@@ -2,6 +2,7 @@
 #include "display/plot_scene.h"
 #include "display/raster_canvas.h"
 #include "display/widget_frame.h"
+#include "frame/record/record.h"
 
 #include <QPainter>
 #include <QPolygonF>

@@ -1,6 +1,7 @@
 #include "display/widget_frame.h"
 
 #include "controls/colour.h"
+#include "frame/record/record.h"
 
 #include <qcustomplot.h>
 
@@ -72,7 +73,7 @@ void WidgetFrame::AddLine(double x1, double y1, double x2, double y2) {
 }
 
 void WidgetFrame::AddMarkers(const Record& record) {
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         const double x = record.VertCursorTime[i] / kSamplePeriod;
         AddLine(x, -kTop, x, kTop);
         AddLine(0, record.HorizCursorVolts[i], kSampleDepth - 1, record.HorizCursorVolts[i]);

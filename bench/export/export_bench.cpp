@@ -4,6 +4,7 @@
 #include "export/file_names.h"
 #include "export/output_files.h"
 #include "export/save_data.h"
+#include "frame/record/record.h"
 
 #include <QDir>
 #include <QFile>

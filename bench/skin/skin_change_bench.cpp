@@ -3,6 +3,7 @@
 #include "controls/form.h"
 #include "controls/picture.h"
 #include "frame/log/debug_log.h"
+#include "frame/record/record.h"
 #include "frame/window/all_forms.h"
 #include "frame/window/main_form_design.h"
 #include "skin/skin_selection.h"
@@ -45,10 +46,10 @@ class Scene {
         surface.MakeRoom(windows.TabSliderAnchorImage->geometry());
         tabs = std::make_unique<TabPanels>(
             record, windows,
-            TabPanels::Calls{.mainMinimised = [] { return false; },
-                             .bringMainToFront = [this] { surface.BringFaceToFront(); },
-                             .bringPanelUp = [this](QWidget& panel) { surface.BringPanelUp(panel); },
-                             .sendPanelToBack = [this](QWidget& panel) { surface.SendPanelToBack(panel); }});
+            TabPanels::Calls{.MainMinimised = [] { return false; },
+                             .BringMainToFront = [this] { surface.BringFaceToFront(); },
+                             .BringPanelUp = [this](QWidget& panel) { surface.BringPanelUp(panel); },
+                             .SendPanelToBack = [this](QWidget& panel) { surface.SendPanelToBack(panel); }});
         skins = std::make_unique<SkinSelection>(record, log_, SkinControls::Of(*face_),
                                                 QStringLiteral(APPLICATION_FOLDER), dib_, mainRegion_,
                                                 SkinSelection::Calls{.doEvents = {}, .sleep = [](int) {}});

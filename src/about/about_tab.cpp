@@ -5,6 +5,7 @@
 #include "controls/form.h"
 #include "controls/host_hyperlink.h"
 #include "controls/hyperlink_label.h"
+#include "frame/record/record.h"
 
 #include <QDir>
 #include <QKeyEvent>

@@ -2,12 +2,12 @@
 
 #include "driver/driver.h"
 #include "frame/log/show_message.h"
-#include "frame/record/record.h"
 
 #include <QObject>
 
 class Form;
 class QListWidget;
+struct Record;
 class UserControl2;
 
 /// The about panel after the start-up has filled it: a box for the module whose line was chosen, and the way

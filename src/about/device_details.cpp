@@ -1,4 +1,5 @@
 #include "about/device_details.h"
+#include "frame/record/record.h"
 
 #include <QStringList>
 

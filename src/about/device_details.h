@@ -1,6 +1,9 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include <QString>
+#include <cstdint>
+
+struct Record;
 
 namespace about {
 

@@ -2,6 +2,7 @@
 
 #include "about/device_details.h"
 #include "controls/number_format.h"
+#include "frame/record/record.h"
 
 namespace about {
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include <QString>
+
+struct Record;
 
 /// The lines of the about tab's two lists; pure text made from the record.
 namespace about {

@@ -2,11 +2,13 @@
 
 #include "acquisition/timebase.h"
 #include "acquisition/trigger.h"
+#include "acquisition/trigger_modes.h"
+#include "controls/form.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
-#include "frame/settings/setting_names.h"
+#include "frame/record/record.h"
 #include "frame/settings/setting_text.h"
-#include "frame/settings/settings.h"
+#include "frame/settings/settings_section.h"
 
 namespace {
 
@@ -36,33 +38,35 @@ bool Within(std::int32_t value, std::int32_t last) {
 
 } // namespace
 
+AcquisitionSettings::Controls AcquisitionSettings::Controls::Of(const Form& main) {
+    return {.TimeBaseKnob = main.control<KnobControl1>("TimeBaseKnob"),
+            .TriggerKnob = main.control<KnobControl1>("TriggerKnob"),
+            .PretriggerSlider = main.control<SliderControl1>("PretriggerSlider")};
+}
+
 AcquisitionSettings::AcquisitionSettings(Record& record, SettingsStore& settings, Trigger& trigger,
                                          Timebase& timebase, const Controls& controls)
     : record_(record), settings_(settings), trigger_(trigger), timebase_(timebase), controls_(controls) {}
 
 void AcquisitionSettings::Restore() {
-    const QString application = SettingsApplication();
-    const QString section = ScopeSection(record_.SettingsSuffix);
-    controls_.TimeBaseKnob->SetKnobValue(
-        settings_.GetInteger(application, section, TimeBaseKey(), kDefaultTimeBase));
-    controls_.TriggerKnob->SetKnobValue(settings_.GetInteger(application, section, ThresholdKey(), 0));
+    const SettingsSection section(settings_, ScopeSection(record_.SettingsSuffix));
+    controls_.TimeBaseKnob->SetKnobValue(section.Integer(TimeBaseKey(), kDefaultTimeBase));
+    controls_.TriggerKnob->SetKnobValue(section.Integer(ThresholdKey(), 0));
     controls_.PretriggerSlider->SetSliderValue(
-        ParseLocaleReal(settings_.Get(application, section, PreTriggerKey(), QStringLiteral("0.5"))));
-    std::int32_t mode = settings_.GetInteger(application, section, ModeKey(), 0);
-    std::int32_t type = settings_.GetInteger(application, section, TypeKey(), kDefaultType) & ~kTypeMark;
-    mode = Within(mode, 2) ? mode : 0;
+        ParseLocaleReal(section.Text(PreTriggerKey(), QStringLiteral("0.5"))));
+    std::int32_t mode = section.Integer(ModeKey(), kAutoMode);
+    std::int32_t type = section.Integer(TypeKey(), kDefaultType) & ~kTypeMark;
+    mode = Within(mode, kTrigModes - 1) ? mode : kAutoMode;
     type = Within(type, 3) ? type : kDefaultType;
     trigger_.Restore(mode, type);
     timebase_.Restore();
 }
 
 void AcquisitionSettings::Save() {
-    const auto save = [this](const QString& key, const QString& text) {
-        settings_.Save(SettingsApplication(), ScopeSection(record_.SettingsSuffix), key, text);
-    };
-    save(TimeBaseKey(), QString::number(controls_.TimeBaseKnob->KnobValue()));
-    save(ThresholdKey(), QString::number(controls_.TriggerKnob->KnobValue()));
-    save(PreTriggerKey(), SeparatedRealText(controls_.PretriggerSlider->SliderValue()));
-    save(ModeKey(), QString::number(record_.TrigMode));
-    save(TypeKey(), QString::number(record_.TrigType | kTypeMark));
+    const SettingsSection section(settings_, ScopeSection(record_.SettingsSuffix));
+    section.SaveInteger(TimeBaseKey(), controls_.TimeBaseKnob->KnobValue());
+    section.SaveInteger(ThresholdKey(), controls_.TriggerKnob->KnobValue());
+    section.Save(PreTriggerKey(), SeparatedRealText(controls_.PretriggerSlider->SliderValue()));
+    section.SaveInteger(ModeKey(), record_.TrigMode);
+    section.SaveInteger(TypeKey(), record_.TrigType | kTypeMark);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "frame/record/record.h"
-
+class Form;
 class KnobControl1;
+struct Record;
 class SettingsStore;
 class SliderControl1;
 class Timebase;
@@ -15,6 +15,8 @@ class AcquisitionSettings {
         KnobControl1* TimeBaseKnob;
         KnobControl1* TriggerKnob;
         SliderControl1* PretriggerSlider;
+
+        static Controls Of(const Form& main);
     };
 
     AcquisitionSettings(Record& record, SettingsStore& settings, Trigger& trigger, Timebase& timebase,

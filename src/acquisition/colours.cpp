@@ -4,7 +4,6 @@
 
 #include <QLabel>
 #include <QPalette>
-#include <algorithm>
 
 namespace {
 
@@ -27,13 +26,4 @@ void SetTextColour(QLabel& label, Colour colour) {
 void SetBackColour(QLabel& label, Colour colour) {
     label.setAutoFillBackground(true);
     SetRole(label, QPalette::Window, colour);
-}
-
-Colour Brighten(Colour colour, Colour by) {
-    Colour sum = 0;
-    for (int shift : {0, 8, 16}) {
-        const Colour channel = ((colour >> shift) & 0xFF) + ((by >> shift) & 0xFF);
-        sum |= std::min<Colour>(channel, 0xFF) << shift;
-    }
-    return sum;
 }

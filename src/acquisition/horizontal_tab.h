@@ -1,10 +1,10 @@
 #pragma once
 
-#include "frame/record/record.h"
-
 #include <functional>
 
+class Form;
 class KnobControl1;
+struct Record;
 class SettingsStore;
 class SliderControl1;
 
@@ -14,6 +14,8 @@ class HorizontalTab {
     struct Controls {
         SliderControl1* UpdateRateSlider;
         KnobControl1* DelayKnob;
+
+        static Controls Of(const Form& tab);
     };
     struct Calls {
         std::function<void(int& channel)> TrigChanButton_Click;

@@ -2,7 +2,7 @@
 
 #include "controls/colour.h"
 #include "controls/panel_design.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QColor>
 

@@ -2,9 +2,12 @@
 
 #include "acquisition/auto_trigger.h"
 #include "acquisition/colours.h"
+#include "acquisition/trigger_modes.h"
 #include "controls/button_control.h"
+#include "controls/colour.h"
 #include "controls/knob_control.h"
 #include "frame/record/channel_sets.h"
+#include "frame/record/record.h"
 
 #include <QTimer>
 #include <algorithm>
@@ -12,14 +15,23 @@
 
 namespace {
 
-constexpr int kBlocks = 6;         ///< of 512 positions, they fill a row
-constexpr int kRollPolls = 1001;   ///< until a roll acquisition must have begun
-constexpr int kRollIncrement = 10; ///< fewer new samples are not worth a plot
-constexpr int kPhasePerPass = 10;
-constexpr Colour kOn = 0xFF00;
-constexpr Colour kOff = 0x808080;
+constexpr int kRollPolls = 1001; ///< until a roll acquisition must have begun
 
 } // namespace
+
+RunLoop::Controls RunLoop::Controls::Of(const Form& main, const Form& about, const ChannelForms& channels) {
+    Controls controls{.RunTimer = main.timer("RunTimer"),
+                      .AutoTriggerTimer = main.timer("AutoTriggerTimer"),
+                      .RunButton = main.control<ButtonControl1>("RunButton"),
+                      .OnceButton = main.control<ButtonControl1>("OnceButton"),
+                      .TriggerStatusLabel = main.control<QLabel>("TriggerStatusLabel"),
+                      .UpdateRateLabel = about.control<QLabel>("UpdateRateLabel"),
+                      .OffsetKnob = {}};
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        controls.OffsetKnob[channel] = channels[channel]->control<KnobControl1>("OffsetKnob");
+    }
+    return controls;
+}
 
 RunLoop::RunLoop(Record& record, Driver& driver, AcquisitionState& state, const Controls& controls,
                  const Scales& scales, Calls calls, Waiting waiting)
@@ -93,25 +105,13 @@ void RunLoop::PollMaster() {
     }
 }
 
-void RunLoop::FillDemoData() {
-    for (int ch = 1; ch <= kScopeChannels; ++ch) {
-        const double offset = controls_.OffsetKnob[ch]->KnobValue();
-        driver_.MakeSampleData(DemoBuffer.data(), kSampleDepth, offset, ch - 1,
-                               state_.PassCount * kPhasePerPass);
-        const RecordRow row = Row(ch);
-        for (int i = 0; i < kSampleDepth; ++i) {
-            row[i] = static_cast<float>(DemoBuffer[static_cast<std::size_t>(i)]);
-        }
-    }
-}
-
 void RunLoop::PrepareIdle() {
-    if (record_.TrigMode == 0 && !record_.RISMode && !record_.DemoMode) {
+    if (record_.TrigMode == kAutoMode && !record_.RISMode && !record_.DemoMode) {
         state_.AutoTicks = std::min(state_.AutoTicks, kProbeTicks);
     } else {
         state_.AutoTicks = 0;
         Status(kStatusGrey);
-        const bool norm = record_.TrigMode == 1;
+        const bool norm = record_.TrigMode == kNormMode;
         for (int ch = 1; ch <= kScopeChannels; ++ch) {
             driver_.SetNormTrig(ch, norm);
         }
@@ -158,7 +158,7 @@ void RunLoop::Start() {
     state_.RollPosition = 0;
     state_.Acquiring = true;
     state_.SawTrigger = false;
-    status_.Tag = 0;
+    status_.BeginCount();
     if (record_.RollMode) {
         for (int poll = 0; poll < kRollPolls; ++poll) {
             if (driver_.GetAcquistionState(record_.MasterChannel) != 0) {
@@ -196,47 +196,6 @@ void RunLoop::Probe() {
     ForAcquiringScopes(record_, [this](int ch) { driver_.AcquisitionEnd(ch); });
 }
 
-void RunLoop::CompleteRecord() {
-    state_.Acquiring = false;
-    status_.Show(TriggerStatus::Text::Triggered);
-    state_.WaitTicks = 0;
-    if (!state_.FreeRunning) {
-        Status(kStatusRed);
-    }
-    state_.SawTrigger = true;
-    ForAcquiringScopes(record_, [this](int ch) { driver_.AcquisitionEnd(ch); });
-    if (record_.RISMode) {
-        ReadRIS();
-    } else {
-        ReadBlocks();
-    }
-    calls_.DoMaths();
-}
-
-void RunLoop::ReadBlocks() {
-    driver_.GetBufferBlocksMultiChan(1, kScopeChannels, BlockBuffer.data(), kBlocks);
-    if (record_.DemoMode) {
-        return;
-    }
-    ForAcquiringScopes(record_, [this](int ch) {
-        const float* row = BlockBuffer.data() + static_cast<std::ptrdiff_t>(ch - 1) * kSampleRow;
-        ReadOutBlocks(row, ConditioningOf(ch), Row(ch));
-    });
-}
-
-void RunLoop::ReadRIS() {
-    // Channels without a module weave in what the buffer still holds; they are never shown.
-    for (int ch = 1; ch <= kScopeChannels; ++ch) {
-        if (record_.ScopeInUse[ch]) {
-            const RISPass pass = driver_.GetBufferRIS(ch, ChannelBuffer.data(), kRISSamples);
-            state_.RISPosition = pass.position;
-            state_.RISStatus = pass.status;
-        }
-        ReadOutRIS(ChannelBuffer.data(), {state_.RISPosition, 0, state_.RISStatus}, ConditioningOf(ch),
-                   Row(ch));
-    }
-}
-
 void RunLoop::Plot() {
     record_.TracesStale = false;
     calls_.PlotNow();
@@ -249,7 +208,7 @@ void RunLoop::ShowWaiting() {
         if (state_.WaitTicks > kReleaseTicks) {
             Status(kStatusGrey);
             state_.WaitTicks = kReleaseTicks + 1;
-            state_.FreeRunning = record_.TrigMode == 0;
+            state_.FreeRunning = record_.TrigMode == kAutoMode;
             ForScopesInUse(record_, [this](int ch) {
                 driver_.SetNormTrig(ch, false);
                 driver_.AcquisitionEnd(ch);
@@ -265,26 +224,11 @@ void RunLoop::ShowWaiting() {
     }
 }
 
-void RunLoop::ReadRoll() {
-    const int n = RollIncrement(driver_.GetSamplesSinceTrigger(record_.MasterChannel), state_.RollPosition);
-    if (n <= kRollIncrement) {
-        return;
-    }
-    ForAcquiringScopes(record_, [this, n](int ch) {
-        driver_.GetBufferIncremental(ch, ChannelBuffer.data(), n, state_.RollPosition);
-        ReadOutRoll(ChannelBuffer.data(), state_.RollPosition, n, ConditioningOf(ch), Row(ch));
-    });
-    state_.RollPosition += n;
-    record_.TracesStale = false;
-    calls_.PlotNow();
-    waiting_.Yield();
-}
-
 void RunLoop::AutoTriggerTimer_Timer() {
     controls_.UpdateRateLabel->setText(QString::number(state_.PlotCount * 4));
     calls_.UpdateStats();
     state_.PlotCount = 0;
-    if (record_.TrigMode == 1 || record_.RISMode || record_.DemoMode) {
+    if (record_.TrigMode == kNormMode || record_.RISMode || record_.DemoMode) {
         state_.WaitTicks = 0;
         state_.AutoTicks = 0;
     } else {
@@ -306,7 +250,7 @@ void RunLoop::RunButton_Click() {
 
 void RunLoop::BecomeStopped() {
     ++stops_;
-    controls_.RunButton->SetButtonFillColor(ToQColor(kOff));
+    controls_.RunButton->SetButtonFillColor(ToQColor(kSwitchOff));
     controls_.RunButton->SetButtonCaption(QStringLiteral("stopped"));
     ForScopesInUse(record_, [this](int ch) { driver_.AcquisitionEnd(ch); });
     controls_.RunTimer->stop();
@@ -327,23 +271,13 @@ void RunLoop::BecomeStopped() {
     }
 }
 
-void RunLoop::FlattenTraces() {
-    for (int ch = 1; ch <= kScopeChannels; ++ch) {
-        const auto offset = static_cast<float>(controls_.OffsetKnob[ch]->KnobValue());
-        const RecordRow row = Row(ch);
-        for (int i = 0; i < kSampleDepth; ++i) {
-            row[i] = offset;
-        }
-    }
-}
-
 void RunLoop::BecomeRunning() {
-    const bool norm = record_.TrigMode == 1;
+    const bool norm = record_.TrigMode == kNormMode;
     SetNormTrigInUse(norm);
     record_.TriggerMark = norm ? 1 : -1;
     Status(kStatusGrey);
     state_.FreeRunning = true;
-    controls_.RunButton->SetButtonFillColor(ToQColor(kOn));
+    controls_.RunButton->SetButtonFillColor(ToQColor(kSwitchOn));
     controls_.RunButton->SetButtonCaption(QStringLiteral("running"));
     record_.HeldZoom = 1;
     controls_.RunTimer->start();
@@ -353,11 +287,11 @@ void RunLoop::BecomeRunning() {
 void RunLoop::OnceButton_Click() {
     if (state_.OnceMode) {
         state_.OnceMode = false;
-        controls_.OnceButton->SetButtonFillColor(ToQColor(kOff));
+        controls_.OnceButton->SetButtonFillColor(ToQColor(kSwitchOff));
         RunButton_Click();
     } else if (!record_.Running) {
         state_.OnceMode = true;
-        controls_.OnceButton->SetButtonFillColor(ToQColor(kOn));
+        controls_.OnceButton->SetButtonFillColor(ToQColor(kSwitchOn));
         RunButton_Click();
     }
     calls_.SetDefaultLayering();
@@ -369,15 +303,4 @@ void RunLoop::Status(Colour colour) {
 
 void RunLoop::SetNormTrigInUse(bool on) {
     ForScopesInUse(record_, [this, on](int ch) { driver_.SetNormTrig(ch, on); });
-}
-
-Conditioning RunLoop::ConditioningOf(int channel) const {
-    const ChannelScale* scale = scales_[channel];
-    const int range = scale == nullptr ? -1 : scale->GetRange();
-    const bool known = range >= 0 && range < OffsetNullTable::kRanges;
-    return {record_.ChannelBWLimit[channel], known ? record_.OffsetNull(channel, range) : 0.0F};
-}
-
-RecordRow RunLoop::Row(int channel) {
-    return {record_.SampleData.row(channel), ChannelTable::stride()};
 }

@@ -4,9 +4,11 @@
 #include "acquisition/read_out.h"
 #include "acquisition/trigger_status.h"
 #include "acquisition/waiting.h"
+#include "controls/form.h"
 #include "driver/driver.h"
 #include "frame/record/channel_scale.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
+#include "frame/record/colour.h"
 
 #include <QObject>
 #include <array>
@@ -16,6 +18,7 @@
 class ButtonControl1;
 class KnobControl1;
 class QTimer;
+struct Record;
 
 /// The polled acquisition: each tick of RunTimer asks the master module whether it is busy; if not, starts
 /// the next acquisition, reads what has finished, conditions the samples and has them plotted.
@@ -30,6 +33,8 @@ class RunLoop : public QObject {
         QLabel* TriggerStatusLabel;
         QLabel* UpdateRateLabel;
         PerScope<KnobControl1*> OffsetKnob;
+
+        static Controls Of(const Form& main, const Form& about, const ChannelForms& channels);
     };
     struct Calls {
         std::function<void()> PlotNow;

@@ -3,13 +3,17 @@
 #include "acquisition/colours.h"
 #include "acquisition/mode_text.h"
 #include "acquisition/read_out.h"
+#include "acquisition/trigger_modes.h"
 #include "controls/accessibility.h"
+#include "controls/colour.h"
+#include "controls/form.h"
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
 #include "controls/rounding.h"
 #include "controls/slider_control.h"
 #include "frame/helpers/helpers.h"
 #include "frame/record/channel_sets.h"
+#include "frame/record/record.h"
 
 #include <QLabel>
 #include <QPalette>
@@ -20,9 +24,7 @@
 
 namespace {
 
-constexpr Colour kRISColour = 0xFF;
 constexpr Colour kPlainText = 0xFFFFFF;
-constexpr Colour kKnobBrightening = 0x202020;
 constexpr float kDelaySamples = 65535.0F;
 constexpr float kKnobSpan = 65535.0F; ///< KnobMax - KnobMin of DelayKnob
 constexpr double kLeastZoom = 0.001;
@@ -30,6 +32,15 @@ constexpr double kShortestInterval = 10; ///< ms
 constexpr int kCursorMargin = 10;
 
 } // namespace
+
+Timebase::Controls Timebase::Controls::Of(const Form& main, const Form& horizontal) {
+    return {.TimeBaseKnob = main.control<KnobControl1>("TimeBaseKnob"),
+            .DelayKnob = horizontal.control<KnobControl1>("DelayKnob"),
+            .UpdateRateSlider = horizontal.control<SliderControl1>("UpdateRateSlider"),
+            .DelayLabel = horizontal.control<QLabel>("DelayLabel"),
+            .AcqModeLabel = main.control<QLabel>("AcqModeLabel"),
+            .RunTimer = main.timer("RunTimer")};
+}
 
 Timebase::Timebase(Record& record, Driver& driver, AcquisitionState& state, const Controls& controls,
                    Calls calls)
@@ -111,7 +122,7 @@ void Timebase::SwitchMode() {
         if (!timeBaseState_.wasRIS) {
             EnterRIS();
         }
-        SetTextColour(*controls_.AcqModeLabel, kRISColour);
+        SetTextColour(*controls_.AcqModeLabel, kRed);
         SetRISModeInUse(true);
     } else {
         SetRISModeInUse(false);
@@ -122,18 +133,18 @@ void Timebase::SwitchMode() {
 }
 
 void Timebase::LeaveRIS() {
-    record_.TrigMode = (timeBaseState_.savedTrigMode + 2) % 3;
+    record_.TrigMode = timeBaseState_.leavesToAuto ? ModeBefore(kAutoMode) : ModeBefore(kFreeMode);
     calls_.TrigModeButton_Click();
     const Colour skin = calls_.SkinColourAt(controls_.TimeBaseKnob);
-    controls_.TimeBaseKnob->SetKnobFillColor(ToQColor(Brighten(skin, kKnobBrightening)));
+    controls_.TimeBaseKnob->SetKnobFillColor(ToQColor(Brightened(skin)));
     SetTextColour(*controls_.AcqModeLabel, kPlainText);
 }
 
 void Timebase::EnterRIS() {
     // Only auto or not is remembered: norm and free both come back as free.
-    timeBaseState_.savedTrigMode = record_.TrigMode != 0 ? -1 : 0;
-    controls_.TimeBaseKnob->SetKnobFillColor(ToQColor(kRISColour));
-    record_.TrigMode = 0;
+    timeBaseState_.leavesToAuto = record_.TrigMode == kAutoMode;
+    controls_.TimeBaseKnob->SetKnobFillColor(ToQColor(kRed));
+    record_.TrigMode = ModeBefore(kNormMode);
     calls_.TrigModeButton_Click();
     controls_.DelayKnob->SetKnobValue(controls_.DelayKnob->KnobMin());
 }
@@ -150,7 +161,7 @@ void Timebase::ShowMode() {
 }
 
 void Timebase::KeepCursorsInRecord() {
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         const auto p = static_cast<double>(Period());
         double& time = record_.VertCursorTime[i];
         if (time > (record_.SampleDepth - 1) * p) {

@@ -3,16 +3,18 @@
 #include "acquisition/acquisition_state.h"
 #include "acquisition/timebase_table.h"
 #include "driver/driver.h"
-#include "frame/record/record.h"
+#include "frame/record/colour.h"
 
 #include <QObject>
 #include <functional>
 #include <optional>
 
+class Form;
 class KnobControl1;
 class QLabel;
 class QTimer;
 class QWidget;
+struct Record;
 class SliderControl1;
 
 /// The timebase knob with its sampling modes, the trigger delay and the update rate.
@@ -26,6 +28,8 @@ class Timebase : public QObject {
         QLabel* DelayLabel;
         QLabel* AcqModeLabel;
         QTimer* RunTimer;
+
+        static Controls Of(const Form& main, const Form& horizontal);
     };
     struct Calls {
         std::function<void()> TrigModeButton_Click;
@@ -56,7 +60,7 @@ class Timebase : public QObject {
         std::optional<std::int32_t> clock;
         std::optional<std::int32_t> decimation;
         bool wasRIS = false;
-        std::int16_t savedTrigMode = 0;
+        bool leavesToAuto = true; ///< the trigger mode that RIS took over was auto
     };
 
     void TakeSetting(const TimebaseSetting& setting);

@@ -1,12 +1,14 @@
 #include "acquisition/trigger.h"
 
 #include "acquisition/colours.h"
+#include "acquisition/trigger_modes.h"
 #include "acquisition/trigger_status.h"
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
 #include "controls/slider_control.h"
 #include "frame/record/channel_sets.h"
+#include "frame/record/record.h"
 
 #include <QLabel>
 #include <QTimer>
@@ -14,15 +16,38 @@
 
 namespace {
 
-constexpr int kTrigModes = 3;
-constexpr int kNormMode = 1;
-constexpr int kFreeMode = 2;
 constexpr int kTrigTypes = 4;
 constexpr char16_t kFirstTypeGlyph = u'0';
 constexpr float kDeepestPretrigger = 0.99F;
 constexpr Colour kNotSource = 0xFFFFFF;
 
 } // namespace
+
+Trigger::Controls Trigger::Controls::Of(const Form& main, const Form& horizontal, const Form& largeTime,
+                                        const ChannelForms& channels) {
+    const auto lineOver = [](const Form& form, const char* canvas) {
+        return form.control<QWidget>(canvas)->findChild<QWidget*>("TriggerLine");
+    };
+    Controls controls{.AutoTriggerTimer = main.timer("AutoTriggerTimer"),
+                      .TriggerLineTimer = main.timer("TriggerLineTimer"),
+                      .TrigModeButton = main.control<ButtonControl1>("TrigModeButton"),
+                      .TrigTypeButton = main.control<ButtonControl1>("TrigTypeButton"),
+                      .TriggerKnob = main.control<KnobControl1>("TriggerKnob"),
+                      .PretriggerSlider = main.control<SliderControl1>("PretriggerSlider"),
+                      .TriggerStatusLabel = main.control<QLabel>("TriggerStatusLabel"),
+                      .TriggerLine = lineOver(main, "MainPlotCanvas"),
+                      .LargeTriggerLine = lineOver(largeTime, "Canvas"),
+                      .Source = {}};
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        const Form& tab = *channels[channel];
+        controls.Source[channel] = {
+            .TrigChanButton = horizontal.control<ButtonControl1>("TrigChanButton", channel),
+            .UpdateRateMarkerLabel = horizontal.control<QLabel>("UpdateRateMarkerLabel", channel),
+            .TabTrigChanButton = tab.control<ButtonControl1>("TrigChanButton"),
+            .TriggerChannelLine = tab.control<QWidget>("TriggerChannelLine")};
+    }
+    return controls;
+}
 
 Trigger::Trigger(Record& record, Driver& driver, AcquisitionState& state, const Controls& controls,
                  Calls calls)
@@ -73,8 +98,7 @@ void Trigger::StepType() {
 }
 
 void Trigger::Restore(int mode, int type) {
-    const int wanted = mode == kNormMode ? 0 : mode;
-    record_.TrigMode = (wanted + kTrigModes - 1) % kTrigModes;
+    record_.TrigMode = ModeBefore(mode == kNormMode ? kAutoMode : mode);
     TrigModeButton_Click();
     record_.TrigType = (type + kTrigTypes - 1) % kTrigTypes;
     if (record_.TrigMode == kFreeMode) {
@@ -110,9 +134,7 @@ void Trigger::TriggerLineTimer_Timer() {
 
 void Trigger::ShowTriggerLines(bool visible) {
     for (QWidget* line : {controls_.TriggerLine, controls_.LargeTriggerLine}) {
-        if (line != nullptr) {
-            line->setVisible(visible);
-        }
+        line->setVisible(visible);
     }
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "acquisition/acquisition_state.h"
+#include "controls/form.h"
 #include "driver/driver.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QObject>
 #include <functional>
@@ -12,6 +13,7 @@ class KnobControl1;
 class QLabel;
 class QTimer;
 class QWidget;
+struct Record;
 class SliderControl1;
 
 /// Mode, type, threshold, pre-trigger depth and source of the trigger, mirrored to every module in use.
@@ -34,8 +36,11 @@ class Trigger : public QObject {
         SliderControl1* PretriggerSlider;
         QLabel* TriggerStatusLabel;
         QWidget* TriggerLine;      ///< over the main canvas
-        QWidget* LargeTriggerLine; ///< over the large time window's; may be null
+        QWidget* LargeTriggerLine; ///< over the large time window's
         PerScope<SourceMarks> Source;
+
+        static Controls Of(const Form& main, const Form& horizontal, const Form& largeTime,
+                           const ChannelForms& channels);
     };
     struct Calls {
         std::function<void()> PlotNow;
@@ -46,8 +51,6 @@ class Trigger : public QObject {
 
     /// Connects the handlers to the signals of their controls.
     void Connect();
-    /// The large time window may be made after this part.
-    void SetLargeTriggerLine(QWidget* line) { controls_.LargeTriggerLine = line; }
 
     void TrigModeButton_Click();
     void TrigTypeButton_Click();

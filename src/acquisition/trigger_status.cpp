@@ -2,6 +2,8 @@
 
 #include "controls/accessibility.h"
 
+#include <algorithm>
+
 TriggerStatus::TriggerStatus(QLabel* label) : label_(label) {
     const std::array<QString, 5> words{QString(), QStringLiteral("trigger ?"), QStringLiteral("trigger !"),
                                        QStringLiteral("auto?"), QStringLiteral("acquiring")};
@@ -27,10 +29,10 @@ void TriggerStatus::Show(Text text) {
 }
 
 void TriggerStatus::AddDot() {
-    ++dots_;
-    ++Tag;
-    if (Tag >= kDots) {
-        Tag = 0;
+    dots_ = std::min(dots_ + 1, kDots - 1);
+    ++counted_;
+    if (counted_ >= kDots) {
+        counted_ = 0;
         dots_ = 0;
     }
     Put();

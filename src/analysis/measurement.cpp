@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int kConverterLimit = 127;
+constexpr auto kConverterLimit = static_cast<int>(kStepsPerHalfScreen);
 constexpr int kGroup = 4;      ///< samples on either side of a crossing
 constexpr int kCoarseness = 8; ///< two groups of four, each sample worth an eighth
 constexpr int kMostCrossings = 100;

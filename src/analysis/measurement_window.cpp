@@ -1,6 +1,7 @@
 #include "analysis/measurement_window.h"
 
 #include "analysis/measurement.h"
+#include "analysis/measurement_layout.h"
 #include "controls/colour.h"
 #include "controls/fonts.h"
 #include "controls/form.h"
@@ -8,6 +9,8 @@
 #include "controls/picture.h"
 #include "controls/window_mover.h"
 #include "frame/helpers/helpers.h"
+#include "frame/record/record.h"
+#include "frame/record/steps.h"
 
 #include <QCheckBox>
 #include <QFrame>
@@ -18,20 +21,10 @@
 namespace {
 
 // Pixels of the window, under the headings of its table.
-constexpr int kRowHeight = 17;
-constexpr int kFirstRow = 22;
-constexpr int kRoomBesideRows = 64; ///< headings and the two math rows
 constexpr int kLabelHeight = 13;
-constexpr int kFiguresLeft = 2;
-constexpr int kFiguresWidth = 209;
-constexpr int kCursorsLeft = 212;
-constexpr int kCursorWidth = 43;
 struct Span {
     int left, width;
 };
-constexpr Indexed<Span, 1, 5> kFigureSpans{Span{0, 19}, Span{16, 35}, Span{50, 45}, Span{95, 45},
-                                           Span{148, 55}};
-constexpr double kPercentToSteps = 0.01 * 127;
 
 QFrame* MakePanel(QWidget* parent, const char* name, int channel, QRect place, Colour colour) {
     auto* panel = new QFrame(parent);
@@ -66,6 +59,15 @@ void Show(QLabel* label, const QString& text) {
 
 } // namespace
 
+MeasurementWindow::Controls MeasurementWindow::Controls::Of(const Form& cursors) {
+    Controls controls;
+    for (int cursor = 0; cursor < kCursors; ++cursor) {
+        controls.VertCursorEn[cursor] = cursors.control<QCheckBox>("VertCursorEn", cursor);
+        controls.HorizCursorEn[cursor] = cursors.control<QCheckBox>("HorizCursorEn", cursor);
+    }
+    return controls;
+}
+
 MeasurementWindow::MeasurementWindow(Form& form, Record& record, Driver& driver, const Scales& scales,
                                      const Controls& controls)
     : form_(form), record_(record), driver_(driver), scales_(scales), controls_(controls) {
@@ -85,22 +87,27 @@ void MeasurementWindow::Build() {
             BuildRow(channel, place++);
         }
     }
-    form_.resize(form_.width(), record_.NumScopesFound * kRowHeight + kRoomBesideRows);
+    form_.resize(form_.width(), record_.NumScopesFound * kMeasurementRowHeight + kMeasurementRoomBesideRows);
 }
 
 void MeasurementWindow::BuildRow(int channel, int place) {
     Row& row = rows_[channel];
-    const int top = kFirstRow + place * kRowHeight;
+    const int top = kMeasurementFirstRow + place * kMeasurementRowHeight;
     const Colour colour = record_.ChannelColour[channel];
     row.ChStats =
-        MakePanel(&form_, "ChStats", channel, {kFiguresLeft, top, kFiguresWidth, kRowHeight}, colour);
+        MakePanel(&form_, "ChStats", channel,
+                  {kMeasurementFiguresLeft, top, kMeasurementFiguresWidth, kMeasurementRowHeight}, colour);
     for (int i = 1; i <= kFigures; ++i) {
-        row.figures[i] = MakeFigure(row.ChStats, i, kFigureSpans[i]);
+        const MeasurementColumn& column = kMeasurementColumns[static_cast<std::size_t>(i - 1)];
+        row.figures[i] = MakeFigure(row.ChStats, i, {column.figureLeft, column.figureWidth});
     }
-    row.CursStats = MakePanel(&form_, "CursStats", channel,
-                              {kCursorsLeft, top, kCursorFigures * kCursorWidth + 5, kRowHeight}, colour);
+    row.CursStats = MakePanel(
+        &form_, "CursStats", channel,
+        {kMeasurementCursorsLeft, top, kMeasurementRowsEnd - kMeasurementCursorsLeft, kMeasurementRowHeight},
+        colour);
     for (int i = 1; i <= kCursorFigures; ++i) {
-        row.cursors[i] = MakeFigure(row.CursStats, i, {(i - 1) * kCursorWidth, kCursorWidth});
+        row.cursors[i] =
+            MakeFigure(row.CursStats, i, {(i - 1) * kMeasurementCursorWidth, kMeasurementCursorWidth});
     }
     row.figures[1]->setText(channel <= kScopeChannels ? QString::number(channel)
                                                       : QStringLiteral("M%1").arg(channel - kScopeChannels));
@@ -122,7 +129,7 @@ void MeasurementWindow::DropRows() {
             continue;
         }
         if (record_.ScopeInUse[channel]) {
-            const int top = kFirstRow + place++ * kRowHeight;
+            const int top = kMeasurementFirstRow + place++ * kMeasurementRowHeight;
             if (row.ChStats->y() != top) {
                 row.ChStats->move(row.ChStats->x(), top);
                 row.CursStats->move(row.CursStats->x(), top);
@@ -148,7 +155,7 @@ void MeasurementWindow::UpdateStats() {
 void MeasurementWindow::UpdateRow(int channel, const SamplePeriod& period) {
     const ChannelScale* volts = scales_[channel];
     const float scale = volts == nullptr ? 0 : volts->GetVoltsPerADCStep();
-    const double ground = static_cast<double>(record_.ChannelOffsetPercent[channel]) * kPercentToSteps;
+    const double ground = StepsOfPercent(static_cast<double>(record_.ChannelOffsetPercent[channel]));
     const Colour colour = record_.ChannelColour[channel];
     Row& row = rows_[channel];
     SetOnOffColours(row.figures[1], record_.ChannelInvert[channel], colour, 0, 0, colour);
@@ -172,7 +179,7 @@ void MeasurementWindow::UpdateRow(int channel, const SamplePeriod& period) {
 void MeasurementWindow::UpdateCursors(int channel, float scale, double ground, double period) {
     static const QString kBlank = QStringLiteral(" ");
     Row& row = rows_[channel];
-    for (int j = 0; j < Record::kCursors; ++j) {
+    for (int j = 0; j < kCursors; ++j) {
         const bool level = controls_.HorizCursorEn[j]->isChecked();
         Show(row.cursors[1 + j],
              level ? SignedVolts(static_cast<double>(scale) * (record_.HorizCursorVolts[j] - ground))
@@ -184,6 +191,6 @@ void MeasurementWindow::UpdateCursors(int channel, float scale, double ground, d
             text = SignedVolts(static_cast<double>(scale) *
                                (static_cast<double>(record_.SampleData(channel, x)) - ground));
         }
-        Show(row.cursors[1 + Record::kCursors + j], text);
+        Show(row.cursors[1 + kCursors + j], text);
     }
 }

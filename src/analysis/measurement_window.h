@@ -1,8 +1,9 @@
 #pragma once
 
+#include "analysis/measurement_layout.h"
 #include "driver/driver.h"
 #include "frame/record/channel_scale.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QObject>
 
@@ -10,6 +11,7 @@ class Form;
 class QCheckBox;
 class QLabel;
 class QWidget;
+struct Record;
 
 /// The small window of figures: a row for each channel, four times a second, from the samples alone.
 class MeasurementWindow : public QObject {
@@ -17,8 +19,10 @@ class MeasurementWindow : public QObject {
   public:
     using Scales = PerChannel<const ChannelScale*>; ///< null: the channel has no volts yet
     struct Controls {
-        Indexed<QCheckBox*, 0, Record::kCursors - 1> VertCursorEn;
-        Indexed<QCheckBox*, 0, Record::kCursors - 1> HorizCursorEn;
+        PerCursor<QCheckBox*> VertCursorEn;
+        PerCursor<QCheckBox*> HorizCursorEn;
+
+        static Controls Of(const Form& cursors);
     };
 
     MeasurementWindow(Form& form, Record& record, Driver& driver, const Scales& scales,
@@ -30,8 +34,8 @@ class MeasurementWindow : public QObject {
     void UpdateStats();
 
   private:
-    static constexpr int kFigures = 5;
-    static constexpr int kCursorFigures = 2 * Record::kCursors;
+    static constexpr int kFigures = static_cast<int>(kMeasurementColumns.size());
+    static constexpr int kCursorFigures = 2 * kCursors;
     struct Row {
         QWidget* ChStats = nullptr;
         QWidget* CursStats = nullptr;

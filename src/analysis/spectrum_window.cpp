@@ -7,6 +7,7 @@
 #include "controls/window_mover.h"
 #include "display/plot_canvas.h"
 #include "driver/driver.h"
+#include "frame/record/record.h"
 
 #include <QEvent>
 #include <QFontMetrics>
@@ -44,22 +45,22 @@ void Put(QWidget* widget, const QRect& place) {
 
 SpectrumWindow::SpectrumWindow(Form& form, Record& record, Driver& driver, const QRadioButton& FFTPlotType0,
                                const Scales& scales, Calls calls)
-    : form_(form), record_(record), driver_(driver), FFTPlotType0_(FFTPlotType0), scales_(scales),
-      calls_(std::move(calls)), Canvas_(form.control<PlotCanvas>("Canvas")),
+    : form_(form), record_(record), driver_(driver), decibels_(FFTPlotType0), scales_(scales),
+      calls_(std::move(calls)), canvas_(form.control<PlotCanvas>("Canvas")),
       FFTCursorLineVert(form.control<QWidget>("FFTCursorLineVert")),
       FFTCursorLineHoriz(form.control<QWidget>("FFTCursorLineHoriz")),
       TitleLabel(form.control<QLabel>("TitleLabel")),
       OtherInfoLabel(*form.control<QLabel>("OtherInfoLabel"), FittedLabel::Grow::Up),
       FFTStatsFreq(*form.control<QLabel>("FFTStatsFreq"), FittedLabel::Grow::Down),
       FFTStatsMag(*form.control<QLabel>("FFTStatsMag"), FittedLabel::Grow::Up), cross_(kMiddle) {
-    connect(Canvas_, &PlotCanvas::Pressed, this, [this](Qt::MouseButton button, double x, double y) {
+    connect(canvas_, &PlotCanvas::Pressed, this, [this](Qt::MouseButton button, double x, double y) {
         Canvas_MouseDown(button, {x, y});
     });
-    connect(Canvas_, &PlotCanvas::Moved, this, [this](Qt::MouseButtons, double x, double y) {
+    connect(canvas_, &PlotCanvas::Moved, this, [this](Qt::MouseButtons, double x, double y) {
         Canvas_MouseMove({x, y});
     });
     connect(&form_, &Form::Resized, this, &SpectrumWindow::Form_Resize);
-    new WindowMover(*Canvas_);
+    new WindowMover(*canvas_);
     new WindowMover(form_);
     form_.installEventFilter(this);
     form_.setMinimumSize(kLeast);
@@ -76,7 +77,7 @@ bool SpectrumWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 SpectrumPlot SpectrumWindow::Plot() {
-    return {.Surface = [this]() -> Canvas& { return Canvas_->Surface(); },
+    return {.Surface = [this]() -> Canvas& { return canvas_->Surface(); },
             .RefreshAppInfo = [this] { RefreshAppInfo(); },
             .Canvas_UpdateStats = [this] { Canvas_UpdateStats(); },
             .Visible = [this] { return calls_.MainMinimised() || form_.isVisible(); },
@@ -107,8 +108,8 @@ void SpectrumWindow::Canvas_MouseMove(CrossHair at) {
 
 // By bin and level, so that they stay where they point whatever becomes of the window.
 void SpectrumWindow::PlaceLines() {
-    const QPointF at = Canvas_->FromUser({cross_.x, cross_.y});
-    const QRect canvas(QPoint(0, 0), Canvas_->size());
+    const QPointF at = canvas_->FromUser({cross_.x, cross_.y});
+    const QRect canvas(QPoint(0, 0), canvas_->size());
     const auto place = [](double pixel, int span) {
         return static_cast<int>(std::clamp<double>(std::round(pixel), -1, span));
     };
@@ -142,7 +143,7 @@ std::span<const SpectrumReading> SpectrumWindow::Read() {
 void SpectrumWindow::Canvas_UpdateStats() {
     PlaceLines();
     const float nyquist = Nyquist(driver_.GetSamplePeriod(record_.Running, record_.HeldSamplePeriod));
-    const bool decibels = FFTPlotType0_.isChecked();
+    const bool decibels = decibels_.isChecked();
     const auto channels = Read();
     if (channels.size() != shown_) {
         shown_ = channels.size();
@@ -165,7 +166,7 @@ void SpectrumWindow::BeginLabels() {
         return QRect(left, top, std::max(0, width - kMargin - left), line);
     };
     FFTStatsFreq.Begin({{row(besideTitle, 0), fonts}, {row(kMargin, 0), fonts}});
-    const int below = Canvas_->geometry().bottom() + 1;
+    const int below = canvas_->geometry().bottom() + 1;
     const int besideKey = form_.control<QWidget>("IdentFrame")->x() - kPlotWindowTextLeft;
     FFTStatsMag.Begin({{row(kPlotWindowTextLeft, below), fonts}});
     OtherInfoLabel.Begin({{QRect(kPlotWindowTextLeft, below + line, besideKey, line), fonts}});
@@ -173,8 +174,8 @@ void SpectrumWindow::BeginLabels() {
 
 void SpectrumWindow::Form_Resize() {
     const int line = QFontMetrics(form_.font()).height();
-    const int height = form_.height() > 3 * line ? form_.height() - 3 * line : Canvas_->height();
-    Canvas_->setGeometry(0, line, form_.width(), height);
+    const int height = form_.height() > 3 * line ? form_.height() - 3 * line : canvas_->height();
+    canvas_->setGeometry(0, line, form_.width(), height);
 
     auto* clipboard = form_.control<QWidget>("ClipboardButton");
     clipboard->setGeometry(clipboard->x(), line + height, clipboard->width(), 2 * line);
@@ -183,7 +184,7 @@ void SpectrumWindow::Form_Resize() {
     PlaceLines();
     auto* key = form_.control<QWidget>("IdentFrame");
     key->resize(key->width(), line);
-    key->move(Canvas_->width() - key->width(), form_.height() - key->height());
+    key->move(canvas_->width() - key->width(), form_.height() - key->height());
     for (int channel = 1; channel <= kAllChannels; ++channel) {
         auto* label = form_.control<QLabel>("Ch", channel);
         QPalette palette = label->palette();

@@ -4,7 +4,7 @@
 #include "analysis/spectrum_read_out.h"
 #include "display/plotter.h"
 #include "frame/record/channel_scale.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QObject>
 #include <array>
@@ -16,6 +16,7 @@ class Form;
 class PlotCanvas;
 class QLabel;
 class QRadioButton;
+struct Record;
 
 /// The window of the spectra, with a cross-hair that reads frequency and magnitudes. The plotter fills its
 /// canvas, opens it with the first spectrum and closes it with the last.
@@ -58,11 +59,11 @@ class SpectrumWindow : public QObject {
     Form& form_;
     Record& record_;
     Driver& driver_;
-    const QRadioButton& FFTPlotType0_;
+    const QRadioButton& decibels_;
     Scales scales_;
     Calls calls_;
 
-    PlotCanvas* Canvas_;
+    PlotCanvas* canvas_;
     QWidget* FFTCursorLineVert;
     QWidget* FFTCursorLineHoriz;
     QLabel* TitleLabel;

@@ -2,6 +2,7 @@
 
 #include "channels/volts_table.h"
 #include "controls/button_control.h"
+#include "controls/colour.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
@@ -10,6 +11,7 @@
 #include "display/canvas.h"
 #include "frame/helpers/helpers.h"
 #include "frame/record/channel_sets.h"
+#include "frame/record/record.h"
 
 #include <QLabel>
 #include <QRadioButton>

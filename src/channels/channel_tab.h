@@ -2,7 +2,6 @@
 
 #include "driver/driver.h"
 #include "frame/record/channel_scale.h"
-#include "frame/record/record.h"
 
 #include <QObject>
 #include <array>
@@ -19,6 +18,8 @@ class QLabel;
 class QRadioButton;
 class QTimer;
 class QWidget;
+struct Record;
+class SettingsSection;
 class SettingsStore;
 
 /// The panel of one instrument channel, and the only place that turns a knob position into volts. Which
@@ -86,6 +87,8 @@ class ChannelTab : public QObject, public ChannelScale {
     void SetLEDModes(int mode);
     void RestoreToggle(const QString& key, bool fallback, bool& state, void (ChannelTab::*click)());
     void RestoreOptions(std::span<QRadioButton* const> options, const QString& key, int fallback);
+    SettingsSection Section() const;
+    SettingsSection NullSection() const;
     void RestoreNullTable();
     void SaveNullTable();
 

@@ -1,9 +1,9 @@
 #include "channels/channel_tab.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
-#include "frame/settings/setting_names.h"
+#include "frame/record/record.h"
 #include "frame/settings/setting_text.h"
-#include "frame/settings/settings.h"
+#include "frame/settings/settings_section.h"
 
 #include <QRadioButton>
 #include <cmath>
@@ -14,11 +14,14 @@ namespace {
 /// this no measurement gives.
 constexpr double kLargestNull = 1e6;
 
+QString RangeKey(int range) {
+    return QStringLiteral("Range%1").arg(range);
+}
+
 } // namespace
 
 void ChannelTab::RestoreTabSettings() {
     const int ch = Channel();
-    const QString section = ChannelSection(ch, record_.SettingsSuffix);
     RestoreToggle(QStringLiteral("ChannelInvert"), false, record_.ChannelInvert[ch],
                   &ChannelTab::InvertButton_Click);
     RestoreToggle(QStringLiteral("ChannelOn"), true, record_.ChannelOn[ch],
@@ -31,31 +34,38 @@ void ChannelTab::RestoreTabSettings() {
     RestoreOptions(ProbeType, QStringLiteral("ProbeType"), 1);
     ProbeType_Click(0);
     for (KnobControl1* knob : {VoltsKnob, OffsetKnob}) {
-        knob->SetKnobValue(settings_.GetInteger(SettingsApplication(), section, knob->objectName(), 0));
+        knob->SetKnobValue(Section().Integer(knob->objectName(), 0));
     }
     RestoreNullTable();
 }
 
 void ChannelTab::RestoreToggle(const QString& key, bool fallback, bool& state, void (ChannelTab::*click)()) {
-    const QString section = ChannelSection(Channel(), record_.SettingsSuffix);
     // One road paints the control and tells the instrument: the click turns the opposite over.
-    state = !settings_.GetBoolean(SettingsApplication(), section, key, fallback);
+    state = !Section().Boolean(key, fallback);
     (this->*click)();
 }
 
 void ChannelTab::RestoreOptions(std::span<QRadioButton* const> options, const QString& key, int fallback) {
-    const QString section = ChannelSection(Channel(), record_.SettingsSuffix);
+    const SettingsSection section = Section();
     for (int i = 0; i < static_cast<int>(options.size()); ++i) {
         options[static_cast<std::size_t>(i)]->setChecked(
-            settings_.GetBoolean(SettingsApplication(), section, key + QString::number(i), i == fallback));
+            section.Boolean(key + QString::number(i), i == fallback));
     }
+}
+
+SettingsSection ChannelTab::Section() const {
+    return {settings_, ChannelSection(Channel(), record_.SettingsSuffix)};
+}
+
+SettingsSection ChannelTab::NullSection() const {
+    return {settings_, OffsetNullSection(), CalibrationApplication(record_.ScopeSerial[Channel()])};
 }
 
 void ChannelTab::RestoreNullTable() {
     const int ch = Channel();
+    const SettingsSection section = NullSection();
     for (int range = 0; range < OffsetNullTable::kRanges; ++range) {
-        const double null = settings_.GetReal(CalibrationApplication(record_.ScopeSerial[ch]),
-                                              OffsetNullSection(), QStringLiteral("Range%1").arg(range), 0);
+        const double null = section.Real(RangeKey(range), 0);
         record_.OffsetNull(ch, range) = std::fabs(null) <= kLargestNull ? static_cast<float>(null) : 0;
     }
 }
@@ -65,30 +75,27 @@ void ChannelTab::Form_Unload() {
     if (!record_.ScopeInUse[ch]) {
         return;
     }
-    const QString section = ChannelSection(ch, record_.SettingsSuffix);
-    const auto save = [&](const QString& key, const QString& text) {
-        settings_.Save(SettingsApplication(), section, key, text);
-    };
-    save(QStringLiteral("ChannelInvert"), BooleanText(record_.ChannelInvert[ch]));
-    save(QStringLiteral("ChannelOn"), BooleanText(record_.ChannelOn[ch]));
-    save(QStringLiteral("ChannelFFT"), BooleanText(record_.ChannelFFT[ch]));
-    save(QStringLiteral("ChannelBWLimit"), BooleanText(record_.ChannelBWLimit[ch]));
+    const SettingsSection section = Section();
+    section.SaveBoolean(QStringLiteral("ChannelInvert"), record_.ChannelInvert[ch]);
+    section.SaveBoolean(QStringLiteral("ChannelOn"), record_.ChannelOn[ch]);
+    section.SaveBoolean(QStringLiteral("ChannelFFT"), record_.ChannelFFT[ch]);
+    section.SaveBoolean(QStringLiteral("ChannelBWLimit"), record_.ChannelBWLimit[ch]);
     for (std::size_t i = 0; i < Coupling.size(); ++i) {
-        save(QStringLiteral("Coupling%1").arg(i), BooleanText(Coupling[i]->isChecked()));
+        section.SaveBoolean(QStringLiteral("Coupling%1").arg(i), Coupling[i]->isChecked());
     }
     for (std::size_t i = 0; i < ProbeType.size(); ++i) {
-        save(QStringLiteral("ProbeType%1").arg(i), BooleanText(ProbeType[i]->isChecked()));
+        section.SaveBoolean(QStringLiteral("ProbeType%1").arg(i), ProbeType[i]->isChecked());
     }
     for (const KnobControl1* knob : {VoltsKnob, OffsetKnob}) {
-        save(knob->objectName(), QString::number(knob->KnobValue()));
+        section.SaveInteger(knob->objectName(), knob->KnobValue());
     }
     SaveNullTable();
 }
 
 void ChannelTab::SaveNullTable() {
     const int ch = Channel();
+    const SettingsSection section = NullSection();
     for (int range = 0; range < OffsetNullTable::kRanges; ++range) {
-        settings_.Save(CalibrationApplication(record_.ScopeSerial[ch]), OffsetNullSection(),
-                       QStringLiteral("Range%1").arg(range), RealText(record_.OffsetNull(ch, range)));
+        section.Save(RangeKey(range), RealText(record_.OffsetNull(ch, range)));
     }
 }

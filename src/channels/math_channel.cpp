@@ -5,6 +5,9 @@
 #include "controls/form.h"
 #include "controls/knob_control.h"
 #include "controls/rounding.h"
+#include "frame/helpers/helpers.h"
+#include "frame/record/record.h"
+#include "frame/record/steps.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -49,7 +52,7 @@ const ChannelScale* MathChannel::Operand(List list, int& channel) const {
 }
 
 double MathChannel::Ground(int channel) const {
-    return static_cast<double>(record_.ChannelOffsetPercent[channel]) * 0.01 * 127;
+    return StepsOfPercent(static_cast<double>(record_.ChannelOffsetPercent[channel]));
 }
 
 void MathChannel::Compute() {
@@ -65,11 +68,9 @@ void MathChannel::Compute() {
     const MathOperator op = MathOperatorOf(controls_.MathCombo[kOperator]->currentText());
     RatchetUpVoltsPerDiv(first->GetVoltsPerDiv(), second->GetVoltsPerDiv());
 
-    const KnobControl1& knob = *controls_.OffsetKnob;
-    const int range = knob.KnobMax() - knob.KnobMin();
-    const float percent = range == 0 ? 0 : static_cast<float>(knob.KnobValue() * 200.0 / range);
+    const float percent = GroundPercent(*controls_.OffsetKnob);
     record_.ChannelOffsetPercent[channel_] = percent;
-    const int offset = RoundToEven(static_cast<double>(percent) * kStepsPerPercent);
+    const int offset = RoundToEven(StepsOfPercent(static_cast<double>(percent)));
     ComputeMathRow(op, {record_.SampleData.row(a), Ground(a), first->GetVoltsPerADCStep()},
                    {record_.SampleData.row(b), Ground(b), second->GetVoltsPerADCStep()},
                    {GetVoltsPerDiv(), offset}, record_.SampleData.row(channel_), ChannelTable::stride(),

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/record/channel_scale.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <array>
 
@@ -9,6 +9,7 @@ class Form;
 class KnobControl1;
 class QCheckBox;
 class QComboBox;
+struct Record;
 
 /// A channel that is worked out of two others, number 1 or 2 of the math tab. It has volts of its own, as an
 /// instrument channel does.

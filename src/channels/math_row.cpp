@@ -1,6 +1,6 @@
 #include "channels/math_row.h"
 
-#include "channels/volts_table.h"
+#include "frame/record/steps.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr float kFullScale = 127;
 constexpr float kLeastDivisor = 1e-07F; // volts
 
 constexpr int kBlock = 256; ///< samples: a block of operands and results stays in the nearest cache
@@ -60,7 +59,7 @@ float Sign(float value) {
     if (AnyReaches(divisor, 0 - kLeast)) {
         for (std::size_t i = 0; i < kBlock; ++i) {
             if (std::fabs(divisor[i]) < kLeastDivisor) {
-                steps[i] = Sign(divisor[i]) * kFullScale;
+                steps[i] = Sign(divisor[i]) * kStepsPerHalfScreen;
             }
         }
     }
@@ -77,7 +76,7 @@ template <class Combine>
 [[gnu::always_inline]] inline void Fill(const MathOperand& a, const MathOperand& b, const MathScale& scale,
                                         float* result, std::ptrdiff_t stride, int count, Combine combine) {
     const double stepsPerVolt =
-        kFullScaleSteps / (static_cast<double>(scale.voltsPerDiv) * kFullScaleDivisions);
+        kStepsOfHalfScreen / (static_cast<double>(scale.voltsPerDiv) * kDivisionsOfHalfScreen);
     const auto level = static_cast<float>(scale.offset);
     Block first;
     Block second;

@@ -2,13 +2,14 @@
 
 #include "channels/volts_table.h"
 #include "controls/button_control.h"
+#include "controls/colour.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
 #include "controls/number_format.h"
 #include "controls/panel_design.h"
 #include "frame/helpers/helpers.h"
-#include "frame/settings/setting_names.h"
-#include "frame/settings/settings.h"
+#include "frame/record/record.h"
+#include "frame/settings/settings_section.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -131,18 +132,14 @@ template <class Visit> void MathTab::ForKnobs(Visit visit) {
 }
 
 void MathTab::RestoreTabSettings() {
-    const QString application = SettingsApplication();
-    const QString section = MathTabSection(record_.SettingsSuffix);
-    const auto number = [&](const QString& key) {
-        return settings_.GetInteger(application, section, key, 0);
-    };
+    const SettingsSection section(settings_, MathTabSection(record_.SettingsSuffix));
+    const auto number = [&](const QString& key) { return section.Integer(key, 0); };
     const int window = number(WindowKey());
     if (window >= 0 && window < FFTWindowCombo->count()) {
         FFTWindowCombo->setCurrentIndex(window);
     }
     for (std::size_t option = 0; option < FFTPlotType.size(); ++option) {
-        FFTPlotType[option]->setChecked(
-            settings_.GetBoolean(application, section, PlotTypeKey(option), true));
+        FFTPlotType[option]->setChecked(section.Boolean(PlotTypeKey(option), true));
     }
     for (int index = 1; index <= kMathChannels; ++index) {
         channels_[static_cast<std::size_t>(index - 1)].Parts().MathChannelEn->setChecked(
@@ -154,29 +151,28 @@ void MathTab::RestoreTabSettings() {
     for (int index = 0; index < kMathChannels; ++index) {
         // One road paints the button: the click turns the opposite over.
         record_.ChannelFFT[channels_[static_cast<std::size_t>(index)].Channel()] =
-            !settings_.GetBoolean(application, section, SpectrumKey(index + 1), false);
+            !section.Boolean(SpectrumKey(index + 1), false);
         FFTButton_Click(index);
     }
 }
 
 void MathTab::Form_Unload() {
-    const QString section = MathTabSection(record_.SettingsSuffix);
-    const auto save = [&](const QString& key, const QString& text) {
-        settings_.Save(SettingsApplication(), section, key, text);
-    };
-    const auto saveNumber = [&](const QString& key, int value) { save(key, QString::number(value)); };
-    saveNumber(WindowKey(), FFTWindowCombo->currentIndex());
+    const SettingsSection section(settings_, MathTabSection(record_.SettingsSuffix));
+    section.SaveInteger(WindowKey(), FFTWindowCombo->currentIndex());
     for (std::size_t option = 0; option < FFTPlotType.size(); ++option) {
-        save(PlotTypeKey(option), BooleanText(FFTPlotType[option]->isChecked()));
+        section.SaveBoolean(PlotTypeKey(option), FFTPlotType[option]->isChecked());
     }
     for (int index = 1; index <= kMathChannels; ++index) {
-        saveNumber(BoxKey(index),
-                   channels_[static_cast<std::size_t>(index - 1)].Parts().MathChannelEn->isChecked() ? 1 : 0);
+        section.SaveInteger(
+            BoxKey(index),
+            channels_[static_cast<std::size_t>(index - 1)].Parts().MathChannelEn->isChecked() ? 1 : 0);
     }
-    ForLists([&](const QString& key, const QComboBox* list) { saveNumber(key, list->currentIndex()); });
-    ForKnobs([&](const QString& key, const KnobControl1* knob) { saveNumber(key, knob->KnobValue()); });
+    ForLists(
+        [&](const QString& key, const QComboBox* list) { section.SaveInteger(key, list->currentIndex()); });
+    ForKnobs(
+        [&](const QString& key, const KnobControl1* knob) { section.SaveInteger(key, knob->KnobValue()); });
     for (int index = 0; index < kMathChannels; ++index) {
-        save(SpectrumKey(index + 1),
-             BooleanText(record_.ChannelFFT[channels_[static_cast<std::size_t>(index)].Channel()]));
+        section.SaveBoolean(SpectrumKey(index + 1),
+                            record_.ChannelFFT[channels_[static_cast<std::size_t>(index)].Channel()]);
     }
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "channels/math_channel.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QObject>
 #include <array>
@@ -11,6 +11,7 @@ class ButtonControl1;
 class Form;
 class QComboBox;
 class QRadioButton;
+struct Record;
 class SettingsStore;
 
 /// The panel of the two math channels, which also holds the two settings of the spectrum.

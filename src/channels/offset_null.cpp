@@ -4,6 +4,7 @@
 #include "controls/form.h"
 #include "controls/number_format.h"
 #include "controls/window_mover.h"
+#include "frame/record/record.h"
 
 #include <QEvent>
 #include <QLabel>

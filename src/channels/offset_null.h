@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/record/channel_scale.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QObject>
 
@@ -9,6 +9,7 @@ class Form;
 class QLabel;
 class QLineEdit;
 class QTimer;
+struct Record;
 
 /// The dialog that measures a range's residual offset and takes it off every later sample. It works on the
 /// channel and range whose tab touched it last, and stands beside the running instrument.

@@ -1,6 +1,7 @@
 #include "channels/volts_table.h"
 
 #include "controls/rounding.h"
+#include "frame/record/steps.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -36,9 +37,9 @@ std::optional<int> MathVoltsPerDivToKnob(float voltsPerDiv) {
 }
 
 float VoltsPerADCStep(float voltsPerDiv) {
-    return static_cast<float>(static_cast<double>(voltsPerDiv) * kFullScaleDivisions / kFullScaleSteps);
+    return static_cast<float>(static_cast<double>(voltsPerDiv) * kDivisionsOfHalfScreen / kStepsOfHalfScreen);
 }
 
 float OffsetPercent(float steps) {
-    return static_cast<float>(static_cast<double>(steps) / kStepsPerPercent);
+    return static_cast<float>(PercentOfSteps(static_cast<double>(steps)));
 }

@@ -2,11 +2,6 @@
 
 #include <optional>
 
-// What 100 percent of offset are.
-inline constexpr double kFullScaleSteps = 127; ///< of the converter
-inline constexpr double kFullScaleDivisions = 10;
-inline constexpr double kStepsPerPercent = kFullScaleSteps / 100;
-
 /// Volts per division at a position of VoltsKnob, rounded to 16 bits; x10 with a ten-to-one probe.
 /// 0 for a position that the knob does not have.
 float KnobToVoltsPerDiv(float position, bool probeX10);

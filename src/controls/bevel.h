@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include "frame/record/colour.h"
 
 #include <QPoint>
 #include <QPointF>

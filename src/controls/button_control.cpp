@@ -12,9 +12,6 @@
 
 namespace {
 
-constexpr double kFontPoints = 10;
-constexpr int kButtonDepth = 2;
-
 bool PressesButton(const QKeyEvent& event) {
     const int key = event.key();
     return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
@@ -22,9 +19,22 @@ bool PressesButton(const QKeyEvent& event) {
 
 } // namespace
 
+template <class Self, class Visit> void ButtonControl1::VisitKeys(Self& self, const Visit& visit) {
+    const QColor face = ToQColor(kButtonFace);
+    visit("ButtonFillColor", self.ButtonFillColor_, face);
+    visit("ButtonBackColor", self.ButtonBackColor_, face);
+    visit("ButtonForeColor", self.ButtonForeColor_, face);
+    visit.Int16("ButtonDepth", self.ButtonDepth_, 2);
+    visit.Int16("ButtonCaptionNudgeX", self.ButtonCaptionNudgeX_, 0);
+    visit.Int16("ButtonCaptionNudgeY", self.ButtonCaptionNudgeY_, 0);
+    visit("ButtonCaption", self.ButtonCaption_, QString());
+    visit("ButtonSunk", self.ButtonSunk_, true);
+    visit.Font(QStringLiteral("ButtonFont"), self.ButtonFont_, 10);
+}
+
 ButtonControl1::ButtonControl1(QWidget* parent)
     : QWidget(parent), repaint_(*this, DeferredRepaint::kInterval) {
-    ButtonFont_ = ReadFontKeys({}, QStringLiteral("ButtonFont"), kFontPoints);
+    VisitKeys(*this, ReadKeys{{}});
     setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -66,12 +76,12 @@ void ButtonControl1::SetButtonDepth(int value) {
 }
 
 void ButtonControl1::SetButtonCaptionNudgeX(int value) {
-    ButtonCaptionNudge_.setX(ToInt16(value));
+    ButtonCaptionNudgeX_ = ToInt16(value);
     RequestPaint();
 }
 
 void ButtonControl1::SetButtonCaptionNudgeY(int value) {
-    ButtonCaptionNudge_.setY(ToInt16(value));
+    ButtonCaptionNudgeY_ = ToInt16(value);
     RequestPaint();
 }
 
@@ -99,33 +109,15 @@ void ButtonControl1::Refresh() {
 }
 
 void ButtonControl1::ReadProperties(const QVariantMap& bag) {
-    const QColor face = ToQColor(kButtonFace);
     StoreVisible(ReadKey(bag, "Visible", true));
-    ButtonFillColor_ = ReadKey(bag, "ButtonFillColor", face);
-    ButtonBackColor_ = ReadKey(bag, "ButtonBackColor", face);
-    ButtonForeColor_ = ReadKey(bag, "ButtonForeColor", face);
-    ButtonDepth_ = ReadInt16(bag, "ButtonDepth", kButtonDepth);
-    ButtonCaptionNudge_ = {ReadInt16(bag, "ButtonCaptionNudgeX", 0),
-                           ReadInt16(bag, "ButtonCaptionNudgeY", 0)};
-    ButtonCaption_ = ReadKey(bag, "ButtonCaption", QString());
-    ButtonSunk_ = ReadKey(bag, "ButtonSunk", true);
-    ButtonFont_ = ReadFontKeys(bag, QStringLiteral("ButtonFont"), kFontPoints);
+    VisitKeys(*this, ReadKeys{bag});
     RequestPaint();
 }
 
 QVariantMap ButtonControl1::WriteProperties() const {
     QVariantMap bag;
-    const QColor face = ToQColor(kButtonFace);
     WriteKey(bag, "Visible", ButtonVisible_, false);
-    WriteKey(bag, "ButtonFillColor", ButtonFillColor_, face);
-    WriteKey(bag, "ButtonBackColor", ButtonBackColor_, face);
-    WriteKey(bag, "ButtonForeColor", ButtonForeColor_, face);
-    WriteKey(bag, "ButtonDepth", ButtonDepth_, kButtonDepth);
-    WriteKey(bag, "ButtonCaptionNudgeX", ButtonCaptionNudge_.x(), 0);
-    WriteKey(bag, "ButtonCaptionNudgeY", ButtonCaptionNudge_.y(), 0);
-    WriteKey(bag, "ButtonCaption", ButtonCaption_, QString());
-    WriteKey(bag, "ButtonSunk", ButtonSunk_, true);
-    WriteFontKeys(bag, QStringLiteral("ButtonFont"), ButtonFont_, kFontPoints);
+    VisitKeys(*this, WriteKeys{bag});
     return bag;
 }
 
@@ -141,7 +133,7 @@ void ButtonControl1::paintEvent(QPaintEvent*) {
                 .fore = ButtonForeColor_,
                 .caption = PrintedCaption(ButtonCaption_, ButtonFont_, LoadSymbolFont()),
                 .font = ButtonFont_,
-                .nudge = ButtonCaptionNudge_,
+                .nudge = {ButtonCaptionNudgeX_, ButtonCaptionNudgeY_},
                 .focus = focus_.Shown()});
 }
 

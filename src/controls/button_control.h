@@ -6,7 +6,6 @@
 #include "controls/keyboard_focus.h"
 
 #include <QFont>
-#include <QPoint>
 #include <QString>
 #include <QVariant>
 #include <QWidget>
@@ -35,8 +34,8 @@ class ButtonControl1 : public QWidget {
     QColor ButtonBackColor() const { return ButtonBackColor_; }
     QColor ButtonForeColor() const { return ButtonForeColor_; }
     int ButtonDepth() const { return ButtonDepth_; }
-    int ButtonCaptionNudgeX() const { return ButtonCaptionNudge_.x(); }
-    int ButtonCaptionNudgeY() const { return ButtonCaptionNudge_.y(); }
+    int ButtonCaptionNudgeX() const { return ButtonCaptionNudgeX_; }
+    int ButtonCaptionNudgeY() const { return ButtonCaptionNudgeY_; }
     QString ButtonCaption() const { return ButtonCaption_; }
     bool ButtonSunk() const { return ButtonSunk_; }
     QFont ButtonFont() const { return ButtonFont_; }
@@ -89,14 +88,18 @@ class ButtonControl1 : public QWidget {
     void LetGo();
     void StoreVisible(bool value);
 
+    /// The one table of the properties: each design key with its value and its default.
+    template <class Self, class Visit> static void VisitKeys(Self& self, const Visit& visit);
+
     bool ButtonVisible_ = true;
-    QColor ButtonFillColor_ = ToQColor(kButtonFace);
-    QColor ButtonBackColor_ = ToQColor(kButtonFace);
-    QColor ButtonForeColor_ = ToQColor(kButtonFace);
-    int ButtonDepth_ = 2;
-    QPoint ButtonCaptionNudge_;
+    QColor ButtonFillColor_;
+    QColor ButtonBackColor_;
+    QColor ButtonForeColor_;
+    int ButtonDepth_;
+    int ButtonCaptionNudgeX_;
+    int ButtonCaptionNudgeY_;
     QString ButtonCaption_;
-    bool ButtonSunk_ = true;
+    bool ButtonSunk_;
     QFont ButtonFont_;
 
     bool Pressed_ = false;

@@ -35,3 +35,38 @@ int ToInt16(int value);
 /// where they are missing.
 QFont ReadFontKeys(const QVariantMap& bag, const QString& prefix, double points);
 void WriteFontKeys(QVariantMap& bag, const QString& prefix, const QFont& font, double points);
+
+// A control names its design keys once, each with its value and its default, in a function that takes one of
+// these two. A value that is valid for nothing is taken as missing.
+
+struct ReadKeys {
+    const QVariantMap& bag;
+
+    template <class T> void operator()(const char* key, T& value, const T& fallback) const {
+        value = ReadKey(bag, key, fallback);
+    }
+    template <class T> void operator()(const char* key, T& value, const T& fallback, bool (*valid)(T)) const {
+        const T read = ReadKey(bag, key, fallback);
+        value = valid(read) ? read : fallback;
+    }
+    void Int16(const char* key, int& value, int fallback) const { value = ReadInt16(bag, key, fallback); }
+    void Font(const QString& prefix, QFont& font, double points) const {
+        font = ReadFontKeys(bag, prefix, points);
+    }
+};
+
+struct WriteKeys {
+    QVariantMap& bag;
+
+    template <class T> void operator()(const char* key, const T& value, const T& fallback) const {
+        WriteKey(bag, key, value, fallback);
+    }
+    template <class T>
+    void operator()(const char* key, const T& value, const T& fallback, bool (* /*valid*/)(T)) const {
+        WriteKey(bag, key, value, fallback);
+    }
+    void Int16(const char* key, int value, int fallback) const { WriteKey(bag, key, value, fallback); }
+    void Font(const QString& prefix, const QFont& font, double points) const {
+        WriteFontKeys(bag, prefix, font, points);
+    }
+};

@@ -3,6 +3,8 @@
 #include "controls/design.h"
 #include "controls/picture.h"
 
+#include "frame/record/channels.h"
+
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -48,3 +50,6 @@ class Form : public QWidget {
     FaceDrawing ground_;
     QPixmap drawnGround_; ///< at the present size and resolution
 };
+
+/// The panels of the instrument channels; a channel without one has none.
+using ChannelForms = PerScope<const Form*>;

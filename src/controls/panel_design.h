@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/colour.h"
 #include "controls/design.h"
 
 #include <QPoint>
@@ -39,7 +40,6 @@ enum PanelRow { kMathPanelRow = 4, kHorzPanelRow, kCursPanelRow, kDataPanelRow, 
 inline constexpr Colour kPanelBack = 0x98B6BC;   ///< the panel's face, and the back of all that lies on it
 inline constexpr Colour kPanelPlate = 0xC0C0C0;  ///< the plates that carry the knobs
 inline constexpr Colour kPanelLegend = 0x28343A; ///< engraved text
-inline constexpr Colour kSwitchOff = 0x808080;   ///< ring of a button that is off
 inline constexpr Colour kAttention = 0xFF;       ///< ring of a button that changes what is measured, while on
 
 /// A panel with its background, its header and the header's name; the caller adds the contents.

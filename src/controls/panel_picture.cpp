@@ -190,7 +190,7 @@ QImage PanelShapePicture(const FormDesign& form) {
     artist.end();
 
     QImage shape(form.size, QImage::Format_RGB32);
-    shape.fill(ToQColor(kShapeKey));
+    shape.fill(ToQColor(kSkinKey));
     QPainter cutter(&shape); // no antialiasing: a pixel is inside or outside
     cutter.setPen(Qt::NoPen);
     cutter.setBrush(QBrush(art));

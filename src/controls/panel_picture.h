@@ -6,9 +6,6 @@
 #include <QImage>
 #include <QPainterPath>
 
-/// Colour of everything outside a shaped window.
-inline constexpr Colour kShapeKey = 0xC0FFFF;
-
 /// Outline of a panel: its body and its own header; the places of the other headers are outside.
 QPainterPath PanelOutline(const FormDesign& form);
 
@@ -20,5 +17,5 @@ FaceDrawing PanelDrawing(const FormDesign& form);
 /// buttons whose ground is another, and a sunken frame around the other buttons.
 FaceDrawing DialogDrawing(const FormDesign& form);
 
-/// The panel at scale 1 as its window is shaped from: the art inside, kShapeKey outside, none between.
+/// The panel at scale 1 as its window is shaped from: the art inside, kSkinKey outside, none between.
 QImage PanelShapePicture(const FormDesign& form);

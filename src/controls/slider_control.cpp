@@ -18,7 +18,6 @@
 namespace {
 
 constexpr int kTimeoutInterval = 10;
-constexpr int kSliderDepth = 2;
 constexpr double kFreeStep = 0.01; // of the keys, where the value has no step of its own
 constexpr double kPage = 0.1;      // at least, of the whole way
 // A put from within Change raises it again; a handler that always puts must come to an end.
@@ -28,11 +27,24 @@ bool InRange(float value) {
     return value >= 0.0F && value <= 1.0F;
 }
 
+bool IsStep(float value) {
+    return value != 0.0F && std::isfinite(value);
+}
+
 } // namespace
+
+template <class Self, class Visit> void SliderControl1::VisitKeys(Self& self, const Visit& visit) {
+    visit("Visible", self.SliderVisible_, true);
+    visit("SliderFillColor", self.SliderFillColor_, ToQColor(kButtonFace));
+    visit.Int16("SliderDepth", self.SliderDepth_, 2);
+    visit("SliderValue", self.SliderValue_, 0.0F, InRange);
+    visit("SliderValueQuantized", self.SliderValueQuantized_, 1.0F, IsStep);
+}
 
 SliderControl1::SliderControl1(QWidget* parent)
     : QWidget(parent), lastMouse_(std::numeric_limits<int>::min(), std::numeric_limits<int>::min()),
       Timeout_(new QTimer(this)), repaint_(*this, DeferredRepaint::kInterval) {
+    VisitKeys(*this, ReadKeys{{}});
     setFocusPolicy(Qt::StrongFocus);
     Timeout_->setObjectName(QStringLiteral("Timeout"));
     Timeout_->setTimerType(Qt::PreciseTimer);
@@ -100,7 +112,7 @@ void SliderControl1::SetSliderValue(float value) {
 }
 
 void SliderControl1::SetSliderValueQuantized(float value) {
-    if (value != 0.0F && std::isfinite(value)) {
+    if (IsStep(value)) {
         SliderValueQuantized_ = value;
     }
     LayOut();
@@ -111,24 +123,14 @@ void SliderControl1::Refresh() {
 }
 
 void SliderControl1::ReadProperties(const QVariantMap& bag) {
-    SliderVisible_ = ReadKey(bag, "Visible", true);
+    VisitKeys(*this, ReadKeys{bag});
     focus_.Follow(*this, SliderVisible_);
-    SliderFillColor_ = ReadKey(bag, "SliderFillColor", ToQColor(kButtonFace));
-    SliderDepth_ = ReadInt16(bag, "SliderDepth", kSliderDepth);
-    const float value = ReadKey(bag, "SliderValue", 0.0F);
-    SliderValue_ = InRange(value) ? value : 0.0F;
-    const float step = ReadKey(bag, "SliderValueQuantized", 1.0F);
-    SliderValueQuantized_ = step != 0.0F && std::isfinite(step) ? step : 1.0F;
     update();
 }
 
 QVariantMap SliderControl1::WriteProperties() const {
     QVariantMap bag;
-    WriteKey(bag, "Visible", SliderVisible_, true);
-    WriteKey(bag, "SliderFillColor", SliderFillColor_, ToQColor(kButtonFace));
-    WriteKey(bag, "SliderDepth", SliderDepth_, kSliderDepth);
-    WriteKey(bag, "SliderValue", SliderValue_, 0.0F);
-    WriteKey(bag, "SliderValueQuantized", SliderValueQuantized_, 1.0F);
+    VisitKeys(*this, WriteKeys{bag});
     return bag;
 }
 

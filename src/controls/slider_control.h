@@ -67,11 +67,14 @@ class SliderControl1 : public QWidget {
     void Step(const StepRequest& request);
     float Stepped(const StepRequest& request) const;
 
-    bool SliderVisible_ = true;
-    QColor SliderFillColor_ = ToQColor(kButtonFace);
-    int SliderDepth_ = 2;
-    float SliderValue_ = 0;
-    float SliderValueQuantized_ = 1;
+    /// The one table of the properties: each design key with its value and its default.
+    template <class Self, class Visit> static void VisitKeys(Self& self, const Visit& visit);
+
+    bool SliderVisible_;
+    QColor SliderFillColor_;
+    int SliderDepth_;
+    float SliderValue_;
+    float SliderValueQuantized_;
 
     bool Dragging_ = false;
     float LastValue_ = 10; ///< out of range, so that the first move counts as a change

@@ -1,13 +1,13 @@
 #include "display/cursor_arithmetic.h"
 
+#include "frame/record/steps.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
 constexpr double kFine = 0.01;
-constexpr double kLineSpan = 254;
-constexpr double kHalfLineSpan = 127;
 
 double Fraction(double value) {
     return std::isnan(value) ? 0 : std::clamp(value, 0.0, 1.0);
@@ -48,5 +48,5 @@ double VertWorldLinePlace(double position, int sampleDepth, double barLength) {
 }
 
 double HorizWorldLinePlace(double level, double barLength) {
-    return (barLength - kBarInset) * (1 - (level + kHalfLineSpan) / kLineSpan);
+    return (barLength - kBarInset) * (1 - (level + kStepsOfHalfScreen) / (2 * kStepsOfHalfScreen));
 }

@@ -23,7 +23,7 @@ constexpr double kFineKey = 0.01; // pixels
 CursorBar::CursorBar(const Controls& controls, CursorAxis axis, PerCursor<double>& values, Calls calls)
     : controls_(controls), axis_(std::move(axis)), values_(values), calls_(std::move(calls)) {
     // Where handles overlap the lower number is taken, so that is the one to be seen.
-    for (int i = Record::kCursors - 1; i >= 0; --i) {
+    for (int i = kCursors - 1; i >= 0; --i) {
         controls_.handle[i]->raise();
         Describe(i);
     }
@@ -42,7 +42,7 @@ void CursorBar::Connect() {
         connect(picture, &Picture::MouseUp, this, &CursorBar::MouseUp);
     };
     take(controls_.bar);
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         take(controls_.handle[i]);
         connect(controls_.handle[i], &Picture::KeyDown, this,
                 [this, i](QKeyEvent* event) { Key(i, *event); });
@@ -113,7 +113,7 @@ void CursorBar::MouseDown(QPoint at) {
         return; // only cursor 0 is let go of by another press
     }
     const int along = Along(at);
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         const Picture& handle = *controls_.handle[i];
         if (Begin(handle) <= along && along <= Begin(handle) + Extent(handle) && Enabled(i)) {
             DragIndex = i;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QObject>
 #include <QPoint>
@@ -10,8 +10,6 @@ class Picture;
 class QCheckBox;
 class QKeyEvent;
 class QWidget;
-
-template <class T> using PerCursor = Indexed<T, 0, Record::kCursors - 1>;
 
 /// What tells one direction of cursors from the other.
 struct CursorAxis {

@@ -5,6 +5,7 @@
 #include "controls/rounding.h"
 #include "display/cursor_arithmetic.h"
 #include "frame/helpers/helpers.h"
+#include "frame/record/record.h"
 
 #include <QCheckBox>
 #include <QTimer>
@@ -21,7 +22,7 @@ CursorBar::Controls BarOf(const Form& main, const Form& cursorTab, const QByteAr
     for (int i = 0; i < 2; ++i) {
         controls.worldLine[i] = main.control<QWidget>(axis + "WorldLine", i);
     }
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         controls.handle[i] = main.control<Picture>(axis + "CursorHandle", i);
         controls.enabled[i] = cursorTab.control<QCheckBox>(axis + "CursorEn", i);
     }
@@ -90,7 +91,7 @@ void CursorBars::BringBackInto(double period, double longest) {
 void CursorBars::PlaceHandles() {
     placedPeriod_ = Period();
     BringBackInto(placedPeriod_, record_.SampleDepth * placedPeriod_);
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         MoveVertCursorHandle(i, record_.VertCursorTime[i]);
         MoveHorizCursorHandle(i, record_.HorizCursorVolts[i]);
     }
@@ -105,7 +106,7 @@ void CursorBars::FollowPeriod() {
     }
     placedPeriod_ = period;
     BringBackInto(period, (record_.SampleDepth - 1) * period);
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         MoveVertCursorHandle(i, record_.VertCursorTime[i]);
     }
 }

@@ -5,6 +5,7 @@
 
 class Form;
 class QTimer;
+struct Record;
 
 /// The time cursors in the bar below the plot and the level cursors in the one beside it.
 class CursorBars : public QObject {

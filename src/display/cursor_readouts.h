@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QString>
 #include <array>
@@ -23,5 +23,5 @@ class CursorReadouts {
         double nextPosition = 0;
         bool single = false;
     };
-    std::array<Kept, Record::kCursors> kept_;
+    std::array<Kept, kCursors> kept_;
 };

@@ -2,9 +2,9 @@
 
 #include "controls/form.h"
 #include "display/cursor_arithmetic.h"
-#include "frame/settings/setting_names.h"
+#include "frame/record/record.h"
 #include "frame/settings/setting_text.h"
-#include "frame/settings/settings.h"
+#include "frame/settings/settings_section.h"
 
 #include <QCheckBox>
 #include <algorithm>
@@ -42,7 +42,7 @@ Group Levels(Record& record, const CursorTab::Controls& controls) {
 
 CursorTab::Controls CursorTab::Controls::Of(const Form& tab) {
     Controls controls;
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         controls.VertCursorEn[i] = tab.control<QCheckBox>("VertCursorEn", i);
         controls.HorizCursorEn[i] = tab.control<QCheckBox>("HorizCursorEn", i);
     }
@@ -53,26 +53,23 @@ CursorTab::CursorTab(Record& record, SettingsStore& settings, const Controls& co
     : record_(record), settings_(settings), controls_(controls) {}
 
 void CursorTab::RestoreTabSettings() {
-    const QString application = SettingsApplication();
-    const QString section = CursTabSection(record_.SettingsSuffix);
+    const SettingsSection section(settings_, CursTabSection(record_.SettingsSuffix));
     for (const Group& group : {Times(record_, controls_), Levels(record_, controls_)}) {
-        for (int i = 0; i < Record::kCursors; ++i) {
+        for (int i = 0; i < kCursors; ++i) {
             // The value first: a box that changes shows it.
-            const QString text = settings_.Get(application, section, group.ValueKey(i), QStringLiteral("0"));
+            const QString text = section.Text(group.ValueKey(i), QStringLiteral("0"));
             group.values[i] = std::clamp(ParseLocaleDouble(text), group.least, group.most);
-            group.boxes[i]->setChecked(settings_.GetInteger(application, section, group.BoxKey(i), 0) != 0);
+            group.boxes[i]->setChecked(section.Integer(group.BoxKey(i), 0) != 0);
         }
     }
 }
 
 void CursorTab::Form_Unload() {
-    const QString application = SettingsApplication();
-    const QString section = CursTabSection(record_.SettingsSuffix);
+    const SettingsSection section(settings_, CursTabSection(record_.SettingsSuffix));
     for (const Group& group : {Times(record_, controls_), Levels(record_, controls_)}) {
-        for (int i = 0; i < Record::kCursors; ++i) {
-            settings_.Save(application, section, group.BoxKey(i),
-                           QString::number(group.boxes[i]->isChecked() ? 1 : 0));
-            settings_.Save(application, section, group.ValueKey(i), SeparatedRealText(group.values[i]));
+        for (int i = 0; i < kCursors; ++i) {
+            section.SaveInteger(group.BoxKey(i), group.boxes[i]->isChecked() ? 1 : 0);
+            section.Save(group.ValueKey(i), SeparatedRealText(group.values[i]));
         }
     }
 }

@@ -3,6 +3,7 @@
 #include "display/cursor_bar.h"
 
 class Form;
+struct Record;
 class SettingsStore;
 
 /// What the cursor tab remembers: which cursors are on, and where all six stand.

@@ -1,6 +1,7 @@
 #include "display/cursor_tab_design.h"
 
 #include "controls/panel_design.h"
+#include "frame/record/channels.h"
 
 namespace {
 

@@ -1,43 +1,11 @@
 #include "display/draw_plot.h"
 
-#include "display/column_rule.h"
-#include "display/plot_view.h"
+#include "display/plot_steps.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
-namespace {
-
-constexpr Colour kWhite = 0xFFFFFF;
-constexpr Colour kGridColour = 0xC00000;
-constexpr Colour kStaleMask = 0x808080;
-constexpr double kMarkerPixels = 5;
-constexpr double kCrossingPixels = 4;
-constexpr double kReadoutGapPixels = 3;
-
-/// What the steps of one plot share.
-struct Plot {
-    const DrawPlotArguments& in;
-    Canvas& canvas;
-    PlotCompanions* companions; ///< null for a spectrum
-    PlotView view;
-    double pixelX = 0; ///< one pixel of the face in plot units
-    double pixelY = 0;
-    CursorPositions cursorX;
-    CursorPositions cursorY;
-
-    int span() const { return in.YMax - in.YMin; }
-};
-
-/// The samples that are drawn, the same for every channel.
-struct Samples {
-    int first;
-    int last;
-    int step;
-    ColumnRule rule;
-    int count() const { return (last - first) / step + 1; }
-};
+namespace plot_steps {
 
 void SetNormalScale(const Plot& plot) {
     const PlotView& view = plot.view;
@@ -55,6 +23,11 @@ void SetChannelScale(const Plot& plot, int channel) {
         SetNormalScale(plot);
     }
 }
+
+namespace {
+
+constexpr Colour kGridColour = 0xC00000;
+constexpr double kMarkerPixels = 5;
 
 void PlaceGroundLabels(const Plot& plot) {
     for (int channel = plot.in.FirstChan; channel <= plot.in.LastChan; ++channel) {
@@ -92,16 +65,6 @@ void DrawGrid(const Plot& plot) {
     // With a broken number of divisions there is no line at the end of the record, and the labels stay.
     if (count == divisions && count >= 0 && !in.IsSpectrum && plot.companions != nullptr) {
         PlaceGroundLabels(plot);
-    }
-}
-
-void FindCursors(Plot& plot) {
-    const DrawPlotArguments& in = plot.in;
-    for (int i = 0; i < Record::kCursors; ++i) {
-        const double position = in.VertCursorPos[i];
-        // Ties to even, as whoever reads the sample at a cursor does.
-        plot.cursorX[i] = std::nearbyint(in.IsSpectrum ? position : position / in.SamplePeriod);
-        plot.cursorY[i] = std::nearbyint(in.HorizCursorPos[i]);
     }
 }
 
@@ -152,172 +115,6 @@ void DrawPreTriggerMarker(const Plot& plot) {
     }
 }
 
-void PlaceGroundLabel(const Plot& plot, int channel) {
-    const DrawPlotArguments& in = plot.in;
-    PlotCompanions& labels = *plot.companions;
-    double top = plot.span() * (static_cast<double>(in.GroundPercent[channel]) / 100) * 0.5;
-    if (channel < in.FirstMathChan) {
-        const bool inverted = in.Inverted[channel];
-        const auto letter = static_cast<char16_t>((inverted ? u'a' : u'A') + channel - 1);
-        labels.GroundLabelCaption(channel, QStringView(&letter, 1));
-        if (inverted) {
-            top -= labels.GroundLabelHeight(channel);
-        }
-    }
-    labels.GroundLabelTop(channel, top);
-    labels.GroundLabelColour(channel, in.Colours[channel]);
-    labels.GroundLabelVisible(channel, in.Shown[channel]);
-}
-
-void DrawTrace(const Plot& plot, int channel, const Samples& samples) {
-    constexpr int kBatch = 1024;
-    CanvasPoint points[kBatch]; // not set: each is written before it is read
-    const float* data = plot.in.Data.row(channel);
-    const int total = samples.count();
-    for (int done = 0; done < total;) {
-        int kept = 0;
-        for (const int end = std::min(total, done + kBatch); done < end; ++done) {
-            const int x = samples.first + done * samples.step;
-            points[kept] = {static_cast<double>(x), data[x * ChannelTable::stride()]};
-            kept += samples.rule.Keeps(channel, done);
-        }
-        plot.canvas.LinesTo(points, kept);
-    }
-}
-
-void DrawDots(const Plot& plot, int channel, const Samples& samples) {
-    const DrawPlotArguments& in = plot.in;
-    for (int x = samples.first; x <= samples.last; x += samples.step) {
-        const double v = in.Data(channel, x);
-        if (in.YMin <= v && v <= in.YMax && in.XMin <= x && x <= in.XMax) {
-            plot.canvas.FillBox(x - plot.pixelX, v + plot.pixelY, x + plot.pixelX, v - plot.pixelY);
-        }
-    }
-}
-
-/// The samples that the view shows, with those of them that make the traces.
-void FindSamples(const Plot& plot, Samples& samples) {
-    const DrawPlotArguments& in = plot.in;
-    const SampleSpan span = VisibleSamples(plot.view.ViewXMin, plot.view.ViewXMax, in.XMin, in.XMax);
-    const double thinStep = std::clamp(std::round(plot.view.UnitsPerPixelX), 1.0, 1e6);
-    samples.first = std::max(span.first, 0);
-    samples.last = std::min(span.last, in.Data.positions() - 1);
-    samples.step = in.Thin ? static_cast<int>(thinStep) : 1;
-    samples.rule.Apply(in.Data, samples.first, samples.last, samples.step, plot.canvas.WidthToPixels(1.0));
-}
-
-void DrawChannel(const Plot& plot, int channel, const Samples& samples, bool showDots) {
-    const DrawPlotArguments& in = plot.in;
-    Canvas& canvas = plot.canvas;
-    canvas.SetForeColor(in.Colours[channel]);
-    SetChannelScale(plot, channel);
-    if (!in.IsSpectrum && plot.companions != nullptr) {
-        PlaceGroundLabel(plot, channel);
-    }
-    if (samples.count() < 1) {
-        return;
-    }
-    canvas.SetCurrent(samples.first, in.Data(channel, samples.first));
-    canvas.SetDrawWidth(in.IsSpectrum ? 1 : 2);
-    canvas.SetForeColor(in.Stale ? in.Colours[channel] & kStaleMask : in.Colours[channel]);
-    DrawTrace(plot, channel, samples);
-    canvas.SetDrawWidth(1);
-    canvas.SetForeColor(kWhite);
-    if (!in.IsSpectrum && showDots) {
-        DrawDots(plot, channel, samples);
-    }
-}
-
-bool AnyShown(const DrawPlotArguments& in) {
-    bool any = false;
-    for (int channel = in.FirstChan; channel <= in.LastChan; ++channel) {
-        any |= in.Shown[channel];
-    }
-    return any;
-}
-
-void DrawChannels(const Plot& plot, bool showDots) {
-    if (!AnyShown(plot.in)) {
-        return;
-    }
-    Samples samples;
-    FindSamples(plot, samples);
-    for (int channel = plot.in.FirstChan; channel <= plot.in.LastChan; ++channel) {
-        if (plot.in.Shown[channel]) {
-            DrawChannel(plot, channel, samples, showDots);
-        }
-    }
-}
-
-struct Readout {
-    const QString* text = nullptr;
-    double width = 0; ///< user units
-};
-using Readouts = std::array<Readout, Record::kCursors>;
-
-Readout ReadoutOf(const Plot& plot, int cursor) {
-    const DrawPlotArguments& in = plot.in;
-    const int next = (cursor + 1) % Record::kCursors;
-    const QString& text = in.VertCursorEn[next] ? in.Readouts.Text(cursor, in.VertCursorPos[cursor], next,
-                                                                   in.VertCursorPos[next])
-                                                : in.Readouts.Text(cursor, in.VertCursorPos[cursor]);
-    return {&text, plot.canvas.TextWidth(text)};
-}
-
-Readouts DrawCursors(const Plot& plot) {
-    const DrawPlotArguments& in = plot.in;
-    Readouts readouts;
-    for (int i = 0; i < Record::kCursors; ++i) {
-        if (in.VertCursorEn[i]) {
-            plot.canvas.Line(plot.cursorX[i], in.YMax, plot.cursorX[i], in.YMin);
-            readouts[static_cast<std::size_t>(i)] = ReadoutOf(plot, i);
-        }
-        if (in.HorizCursorEn[i]) {
-            plot.canvas.Line(0, plot.cursorY[i], in.XMax, plot.cursorY[i]);
-        }
-    }
-    return readouts;
-}
-
-void PrintReadouts(const Plot& plot, const Readouts& readouts) {
-    static const QString blank = QStringLiteral(" ");
-    const double gap = kReadoutGapPixels * plot.pixelX;
-    double y = plot.view.ViewYMax;
-    for (int i = 0; i < Record::kCursors; ++i) {
-        const Readout& readout = readouts[static_cast<std::size_t>(i)];
-        if (readout.text == nullptr) {
-            continue;
-        }
-        double x = plot.cursorX[i] + gap;
-        if (x + readout.width > plot.view.ViewXMax) {
-            x = plot.cursorX[i] - gap - readout.width; // near the right edge it stands left of its cursor
-        }
-        plot.canvas.SetCurrent(x, y);
-        plot.canvas.Print(*readout.text);
-        y -= std::abs(plot.canvas.TextHeight(blank));
-    }
-}
-
-void MarkCrossings(const Plot& plot) {
-    const DrawPlotArguments& in = plot.in;
-    const double half = kCrossingPixels * plot.pixelX;
-    for (int i = 0; i < Record::kCursors; ++i) {
-        const double x = plot.cursorX[i];
-        const bool inData = x >= 0 && x < in.Data.positions(); // false for no number, too
-        if (!in.VertCursorEn[i] || !inData) {
-            continue;
-        }
-        for (int channel = in.FirstChan; channel <= in.LastChan; ++channel) {
-            if (in.Shown[channel]) {
-                SetChannelScale(plot, channel);
-                const double v = in.Data(channel, static_cast<int>(x));
-                plot.canvas.FillBox(x - half, v, x + half, v);
-                SetNormalScale(plot);
-            }
-        }
-    }
-}
-
 PlotView ViewOf(const DrawPlotArguments& in, double width, double height) {
     return MakePlotView(width, height, {in.XMin, in.XMax, in.HorizZoom * in.XExpansion, in.HorizPan},
                         {in.YMin, in.YMax, in.VertZoom, in.VertPan});
@@ -325,7 +122,10 @@ PlotView ViewOf(const DrawPlotArguments& in, double width, double height) {
 
 } // namespace
 
+} // namespace plot_steps
+
 void DrawPlot(const DrawPlotArguments& in, Canvas& canvas, PlotCompanions* companions) {
+    using namespace plot_steps;
     const bool showDots =
         in.DotsRequested && (in.DotsHorizZoom <= in.HorizZoom || in.DotsVertZoom <= in.VertZoom);
     canvas.Clear();
@@ -364,7 +164,5 @@ void DrawPlot(const DrawPlotArguments& in, Canvas& canvas, PlotCompanions* compa
     canvas.SetForeColor(kWhite);
     canvas.SetDrawWidth(1);
     SetNormalScale(plot);
-    const Readouts readouts = DrawCursors(plot);
-    PrintReadouts(plot, readouts);
-    MarkCrossings(plot);
+    DrawCursors(plot);
 }

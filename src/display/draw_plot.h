@@ -2,9 +2,12 @@
 
 #include "display/canvas.h"
 #include "display/cursor_readouts.h"
+#include "frame/record/samples.h"
 
-using CursorPositions = Indexed<double, 0, Record::kCursors - 1>;
-using CursorSwitches = Indexed<bool, 0, Record::kCursors - 1>;
+using CursorPositions = PerCursor<double>;
+using CursorSwitches = PerCursor<bool>;
+
+inline constexpr int kNoTriggerLevel = 101; ///< percent, and so beyond the plot
 
 /// What one plot is made of, in abstract plot units: the plotter knows neither volts nor seconds.
 struct DrawPlotArguments {
@@ -40,11 +43,11 @@ struct DrawPlotArguments {
     bool DotsRequested = false;
     int DotsHorizZoom = -1; ///< from which zoom on the dots appear, on either axis
     int DotsVertZoom = -1;
-    int TriggerLevel = 101;    ///< percent; beyond -100..100 draws no marker
-    int TriggerPositionX = -1; ///< sample index
-    int TriggerMarkOn = -1;    ///< below 0 draws no marker
-    bool DelayFlag = false;    ///< the trigger lies to the left of the record
-    bool Thin = false;         ///< draw one sample a pixel
+    int TriggerLevel = kNoTriggerLevel; ///< percent; beyond -100..100 draws no marker
+    int TriggerPositionX = -1;          ///< sample index
+    int TriggerMarkOn = -1;             ///< below 0 draws no marker
+    bool DelayFlag = false;             ///< the trigger lies to the left of the record
+    bool Thin = false;                  ///< draw one sample a pixel
     bool IsSpectrum = false;
     CursorReadouts& Readouts;
 };

@@ -5,8 +5,10 @@
 #include "controls/form.h"
 #include "controls/knob_control.h"
 #include "controls/window_mover.h"
+#include "display/large_time_design.h"
 #include "display/plot_canvas.h"
 #include "frame/record/channel_sets.h"
+#include "frame/record/record.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -15,9 +17,13 @@
 #include <QSignalBlocker>
 #include <utility>
 
-namespace {
-constexpr double kScreenHeight = 0.95; ///< of the screen, after a double click
-} // namespace
+LargeTimeWindow::Controls LargeTimeWindow::Controls::Of(const Form& main, const ChannelForms& channels) {
+    Controls controls{.TimeBaseKnob = main.control<KnobControl1>("TimeBaseKnob"), .VoltsKnob = {}};
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        controls.VoltsKnob[channel] = channels[channel]->control<KnobControl1>("VoltsKnob");
+    }
+    return controls;
+}
 
 LargeTimeWindow::LargeTimeWindow(Form& form, Record& record, const Controls& controls, Calls calls)
     : form_(form), record_(record), controls_(controls), calls_(std::move(calls)) {
@@ -57,7 +63,7 @@ void LargeTimeWindow::RefreshAppInfo() {
 
 void LargeTimeWindow::Canvas_DblClick() {
     const QSize screen = QGuiApplication::primaryScreen()->size();
-    form_.setGeometry(0, 0, screen.width(), static_cast<int>(kScreenHeight * screen.height()));
+    form_.setGeometry(0, 0, screen.width(), static_cast<int>(kLargeTimeHeight * screen.height()));
     Form_Resize();
 }
 

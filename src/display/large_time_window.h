@@ -1,12 +1,13 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include "controls/form.h"
+#include "frame/record/channels.h"
 
 #include <QObject>
 #include <functional>
 
-class Form;
 class KnobControl1;
+struct Record;
 
 /// The time plot once more, as large as the screen allows, with the settings as text below it.
 class LargeTimeWindow : public QObject {
@@ -15,6 +16,8 @@ class LargeTimeWindow : public QObject {
     struct Controls {
         KnobControl1* TimeBaseKnob;
         PerScope<KnobControl1*> VoltsKnob;
+
+        static Controls Of(const Form& main, const ChannelForms& channels);
     };
     struct Calls {
         std::function<void()> PlotNow;

@@ -1,6 +1,8 @@
 #include "display/plotter.h"
 
 #include "controls/rounding.h"
+#include "frame/helpers/helpers.h"
+#include "frame/record/record.h"
 
 #include <utility>
 
@@ -17,12 +19,6 @@ bool Checked(const QCheckBox& box) {
     return box.checkState() > Qt::Unchecked;
 }
 
-/// Percent of the half span at which a channel's ground stands: the ends of the knob give about +-100.
-float GroundPercent(const KnobControl1& knob) {
-    const int range = knob.KnobMax() - knob.KnobMin();
-    return range == 0 ? 0 : static_cast<float>(knob.KnobValue() * 200.0 / range);
-}
-
 void Call(const std::function<void()>& function) {
     if (function) {
         function();
@@ -30,6 +26,28 @@ void Call(const std::function<void()>& function) {
 }
 
 } // namespace
+
+PlotControls PlotControls::Of(const Form& main, const ChannelForms& channels, const Form& horizontal,
+                              const Form& cursors, const Form& math) {
+    PlotControls controls;
+    controls.VertPanSlider = main.control<SliderControl1>("VertPanSlider");
+    controls.HorizPanSlider = main.control<SliderControl1>("HorizPanSlider");
+    controls.PretriggerSlider = main.control<SliderControl1>("PretriggerSlider");
+    controls.VertZoomKnob = main.control<KnobControl1>("VertZoomKnob");
+    controls.HorizZoomKnob = main.control<KnobControl1>("HorizZoomKnob");
+    controls.TriggerKnob = main.control<KnobControl1>("TriggerKnob");
+    controls.DelayKnob = horizontal.control<KnobControl1>("DelayKnob");
+    for (int channel = 1; channel <= kScopeChannels; ++channel) {
+        controls.OffsetKnob[channel] = channels[channel]->control<KnobControl1>("OffsetKnob");
+    }
+    for (int cursor = 0; cursor < kCursors; ++cursor) {
+        controls.VertCursorEn[cursor] = cursors.control<QCheckBox>("VertCursorEn", cursor);
+        controls.HorizCursorEn[cursor] = cursors.control<QCheckBox>("HorizCursorEn", cursor);
+    }
+    controls.FFTWindowCombo = math.control<QComboBox>("FFTWindowCombo");
+    controls.FFTPlotType0 = math.control<QRadioButton>("FFTPlotType", 0);
+    return controls;
+}
 
 Plotter::Plotter(Record& record, Driver& driver, PlotControls controls, Canvas& main,
                  PlotCompanions* companions, PlotCalls calls)
@@ -57,7 +75,7 @@ void Plotter::Plot() {
 }
 
 void Plotter::ReadControls() {
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         record_.VertCursorEnabled[i] = Checked(*controls_.VertCursorEn[i]);
         record_.HorizCursorEnabled[i] = Checked(*controls_.HorizCursorEn[i]);
     }
@@ -172,7 +190,7 @@ DrawPlotArguments Plotter::SpectrumArguments() {
         .DotsRequested = false,
         .DotsHorizZoom = -1,
         .DotsVertZoom = -1,
-        .TriggerLevel = 101,
+        .TriggerLevel = kNoTriggerLevel,
         .TriggerPositionX = -1,
         .TriggerMarkOn = -1,
         .DelayFlag = false,

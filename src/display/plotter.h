@@ -1,16 +1,19 @@
 #pragma once
 
+#include "controls/form.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
 #include "display/draw_plot.h"
 #include "display/spectrum_preparation.h"
 #include "driver/driver.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QRadioButton>
 #include <functional>
+
+struct Record;
 
 /// The controls that a plot reads.
 struct PlotControls {
@@ -22,10 +25,13 @@ struct PlotControls {
     KnobControl1* TriggerKnob = nullptr;
     KnobControl1* DelayKnob = nullptr;
     PerScope<KnobControl1*> OffsetKnob; ///< null where a channel has no tab
-    Indexed<QCheckBox*, 0, Record::kCursors - 1> VertCursorEn;
-    Indexed<QCheckBox*, 0, Record::kCursors - 1> HorizCursorEn;
+    PerCursor<QCheckBox*> VertCursorEn;
+    PerCursor<QCheckBox*> HorizCursorEn;
     QComboBox* FFTWindowCombo = nullptr;
     QRadioButton* FFTPlotType0 = nullptr; ///< FFTPlotType(0): decibels
+
+    static PlotControls Of(const Form& main, const ChannelForms& channels, const Form& horizontal,
+                           const Form& cursors, const Form& math);
 };
 
 /// The large time window; without Open there is none.

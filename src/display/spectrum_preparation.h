@@ -17,7 +17,6 @@ struct SpectrumScale {
     static constexpr SpectrumScale Linear() { return {0, 120, -30}; }
 };
 
-inline constexpr int kSpectrumSamples = 2048; ///< of the record go into the transform
 using SpectrumSamples = std::array<double, kSpectrumSamples>;
 
 /// The plot value of one bin's magnitude; below -54 it is held just under the bottom line.

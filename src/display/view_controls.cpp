@@ -7,6 +7,7 @@
 #include "controls/rounding.h"
 #include "controls/slider_control.h"
 #include "display/plot_canvas.h"
+#include "frame/record/record.h"
 
 #include <algorithm>
 #include <utility>

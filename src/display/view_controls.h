@@ -1,7 +1,5 @@
 #pragma once
 
-#include "frame/record/record.h"
-
 #include <QObject>
 #include <functional>
 
@@ -9,6 +7,7 @@ class ButtonControl1;
 class Form;
 class KnobControl1;
 class PlotCanvas;
+struct Record;
 class SliderControl1;
 
 /// What part of the record is seen, zoom and pan of both axes, and the click in the plot that sets the

@@ -1,6 +1,7 @@
 #include "driver/builtin_backend.h"
 
 #include "arithmetic/rescale.h"
+#include "corvantine_driver.h"
 #include "frame/record/samples.h"
 
 #include <algorithm>
@@ -29,7 +30,7 @@ std::int32_t BuiltinBackend::GetSampleDepth() {
 }
 
 void BuiltinBackend::DrvrIssue(char* text) {
-    std::memset(text, ' ', kIssueBytes);
+    std::memset(text, ' ', CORVANTINE_ISSUE_BYTES);
     std::copy(kIssue.begin(), kIssue.end(), text);
 }
 

@@ -1,5 +1,6 @@
 #include "driver/driver.h"
 
+#include "corvantine_driver.h"
 #include "driver/trust.h"
 #include "frame/record/samples.h"
 
@@ -10,11 +11,13 @@
 
 namespace {
 
-constexpr int kNameBytes = 101;
+static_assert(kSampleDepth == CORVANTINE_SAMPLE_DEPTH && kSampleRow == CORVANTINE_ROW &&
+              kSpectrumSamples == CORVANTINE_FFT_LENGTH);
+
+constexpr int kNameBytes = CORVANTINE_NAME_BYTES;
 constexpr int kBlock = 512;
 constexpr int kBlocksInRow = kSampleRow / kBlock;
-constexpr int kChannelBuffer = kSampleRow + 1;
-constexpr int kSpectrumLength = 2048;
+constexpr int kChannelBuffer = CORVANTINE_BUFFER;
 constexpr float kRISSpan = 20;
 /// A transform that is no number shows as a bin with nothing in it.
 constexpr double kNoDecibels = -300;
@@ -53,7 +56,7 @@ std::int32_t Driver::GetSampleDepth() {
 }
 
 QString Driver::DrvrIssue() {
-    std::array<char, DriverBackend::kIssueBytes> text{};
+    std::array<char, CORVANTINE_ISSUE_BYTES> text{};
     backend_->DrvrIssue(text.data());
     const auto end = std::find(text.begin(), text.end(), '\0');
     return QString::fromLatin1(text.data(), end - text.begin()).trimmed();
@@ -266,7 +269,7 @@ void Driver::MakeSampleData(double* buffer, int count, double offset, int channe
 }
 
 void Driver::FFT(double* buffer, int length, double scaleMode, int window) {
-    length = std::clamp(length, 0, kSpectrumLength);
+    length = std::clamp(length, 0, kSpectrumSamples);
     std::int32_t reserved = 0;
     backend_->FFT(buffer, length, scaleMode, window, &reserved);
     trust::KeepSamples(buffer, std::min(length / 2 + 1, length), scaleMode == 0 ? 0 : kNoDecibels);

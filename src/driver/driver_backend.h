@@ -10,7 +10,6 @@ class DriverBackend {
 
     virtual std::int32_t OpenDrvr() = 0;
     virtual std::int32_t GetSampleDepth() = 0;
-    static constexpr int kIssueBytes = 100; ///< of the text that DrvrIssue fills
     virtual void DrvrIssue(char* text) = 0;
     virtual std::int32_t Enumerate(std::int32_t* port, std::int32_t* channel) = 0;
     virtual void GetProductName(std::int32_t ch, std::uint8_t* buffer, std::int32_t* length) = 0;

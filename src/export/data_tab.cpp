@@ -1,10 +1,12 @@
 #include "export/data_tab.h"
 
 #include "controls/button_control.h"
+#include "controls/colour.h"
 #include "controls/form.h"
 #include "driver/driver.h"
 #include "export/file_names.h"
 #include "export/save_data.h"
+#include "frame/record/record.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -13,7 +15,6 @@
 #include <utility>
 
 namespace {
-constexpr Colour kDoneFill = 0x00FF00;
 constexpr Colour kSaveFore = 0xFFFFFF;
 } // namespace
 
@@ -103,7 +104,7 @@ void DataTab::ShowDone() {
     ButtonControl1& button = *controls_.SaveDataButton;
     button.SetButtonCaption(QStringLiteral("done"));
     button.SetButtonForeColor(button.ButtonFillColor());
-    button.SetButtonFillColor(ToQColor(kDoneFill));
+    button.SetButtonFillColor(ToQColor(kSwitchOn));
     controls_.DoneTimer->start();
 }
 

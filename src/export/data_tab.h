@@ -3,7 +3,7 @@
 #include "export/data_file.h"
 #include "export/output_files.h"
 #include "frame/record/channel_scale.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QObject>
 #include <functional>
@@ -16,6 +16,7 @@ class QCheckBox;
 class QComboBox;
 class QRadioButton;
 class QTimer;
+struct Record;
 struct SaveRequest;
 
 /// The data panel: saves what the instrument shows to text files, and tells on its button that it did.

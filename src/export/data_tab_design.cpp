@@ -1,7 +1,7 @@
 #include "export/data_tab_design.h"
 
 #include "controls/panel_design.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include "export/file_names.h"
 #include "export/file_text.h"
 #include "export/output_files.h"
+#include "frame/record/record.h"
 
 namespace {
 

@@ -2,9 +2,10 @@
 
 #include "export/data_file.h"
 #include "frame/record/channel_scale.h"
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 class OutputFiles;
+struct Record;
 
 /// What a save takes from the controls and the driver.
 struct SaveRequest {

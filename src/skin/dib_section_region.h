@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include "controls/colour.h"
 
 #include <QEvent>
 #include <QPointer>
@@ -49,7 +49,7 @@ class cDIBSectionRegion {
     void Destroy();
     /// Builds the outline of the picture. The key colour is taken from the picture, not from transparent.
     /// False, and no region, without a picture.
-    bool Create(const cDIBSection& cDib, Colour transparent = 0xC0FFFF);
+    bool Create(const cDIBSection& cDib, Colour transparent = kSkinKey);
 
     /// Writes the published region structure. A file of that name is replaced once the new one is complete.
     void Save(const QString& sFile) const;

@@ -7,6 +7,7 @@
 #include "controls/picture.h"
 #include "controls/slider_control.h"
 #include "frame/log/debug_log.h"
+#include "frame/record/record.h"
 #include "skin/fine_skin.h"
 #include "skin/plain_face.h"
 #include "skin/skin_bitmap.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include "frame/record/colour.h"
 #include "skin/dib_section.h"
 #include "skin/dib_section_region.h"
 #include "skin/skin_colour.h"
@@ -17,6 +17,7 @@ class KnobControl1;
 class Picture;
 class QListWidget;
 class QTimer;
+struct Record;
 class SliderControl1;
 
 /// Shapes the form that holds the picture control by the control's picture: the picture, at the control's

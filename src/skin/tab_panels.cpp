@@ -2,6 +2,7 @@
 
 #include "controls/form.h"
 #include "controls/picture.h"
+#include "frame/record/record.h"
 
 #include <QScopedValueRollback>
 #include <QTimer>
@@ -31,7 +32,7 @@ void TabPanels::TabTimer_Timer() {
         return;
     }
     const QScopedValueRollback<bool> busy(TabTimerBusy, true);
-    if (!calls_.mainMinimised()) {
+    if (!calls_.MainMinimised()) {
         BringWindowsBack();
     }
     const QWidget& anchor = *windows_.TabSliderAnchorImage;
@@ -45,7 +46,7 @@ void TabPanels::TabTimer_Timer() {
         }
         panel->move(target);
         if (!record_.TabOpen[i] && GoesToBack(i)) {
-            calls_.sendPanelToBack(*panel);
+            calls_.SendPanelToBack(*panel);
         }
     }
 }
@@ -56,8 +57,8 @@ void TabPanels::PressTab(int slot) {
 }
 
 void TabPanels::BringMainToFront(int slot) {
-    calls_.bringPanelUp(*windows_.TabForm[slot]);
-    calls_.bringMainToFront();
+    calls_.BringPanelUp(*windows_.TabForm[slot]);
+    calls_.BringMainToFront();
     SetDefaultLayering();
 }
 
@@ -113,4 +114,16 @@ void TabPanels::BringWindowsBack() {
         BringBack(MinimisedStats, windows_.StatsForm);
         SetDefaultLayering();
     }
+}
+
+int TabPanels::ForemostOpen() const {
+    const QObjectList& parts = windows_.main->parent()->children(); // from the rearmost to the foremost
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+        for (int slot = 1; slot <= kTabSlots; ++slot) {
+            if (windows_.TabForm[slot] == *part && record_.TabOpen[slot]) {
+                return slot;
+            }
+        }
+    }
+    return 0;
 }

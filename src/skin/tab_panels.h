@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include "frame/record/channels.h"
 
 #include <QObject>
 #include <QPoint>
@@ -9,8 +9,7 @@
 class Form;
 class QTimer;
 class QWidget;
-
-inline constexpr int kTabSlots = Record::kTabSlots;
+struct Record;
 
 /// The panels that hang at the main form: where each belongs, and what a click on its tab does. The tabs of
 /// the fixed slots are served here; a channel's tab has a handler of its own, which calls PressTab.
@@ -23,17 +22,17 @@ class TabPanels : public QObject {
         Form* main = nullptr;
         QWidget* TabSliderAnchorImage = nullptr;
         QTimer* TabTimer = nullptr;
-        Indexed<Form*, 1, kTabSlots> TabForm;
+        PerTab<Form*> TabForm;
         QWidget* StatsForm = nullptr;
         QWidget* FFTForm = nullptr;
         QWidget* FullScreenTimeForm = nullptr;
         QWidget* OffsetNullForm = nullptr; ///< may be absent
     };
     struct Calls {
-        std::function<bool()> mainMinimised;
-        std::function<void()> bringMainToFront;
-        std::function<void(QWidget& panel)> bringPanelUp; ///< in front of the other panels, behind main
-        std::function<void(QWidget& panel)> sendPanelToBack;
+        std::function<bool()> MainMinimised;
+        std::function<void()> BringMainToFront;
+        std::function<void(QWidget& panel)> BringPanelUp; ///< in front of the other panels, behind main
+        std::function<void(QWidget& panel)> SendPanelToBack;
     };
 
     /// A window that a minimise has put away, and the left edge that it comes back to.
@@ -52,6 +51,8 @@ class TabPanels : public QObject {
     void BringMainToFront(int slot);
     /// The measurement window in front.
     void SetDefaultLayering();
+    /// The slot of the foremost panel that is out, 0 if all are in.
+    int ForemostOpen() const;
 
     /// Puts the windows beside the panel, and with them perhaps the large time window, out of sight until
     /// main is no longer minimised. Their left edges are remembered.

@@ -1,4 +1,5 @@
 #include "about/device_list.h"
+#include "frame/record/record.h"
 
 #include <gtest/gtest.h>
 

@@ -9,24 +9,15 @@
 #include "controls/knob_control.h"
 #include "controls/knob_instances.h"
 #include "controls/slider_control.h"
+#include "frame/record/record.h"
 #include "support/call_lists.h"
+#include "support/plain_scale.h"
 #include "support/scripted_driver.h"
 
 #include <QLabel>
 #include <QTimer>
 #include <array>
 #include <functional>
-
-/// A channel's scale with numbers that a test sets.
-struct PlainScale : ChannelScale {
-    float voltsPerDiv = 3;
-    float offset = 0;
-    int range = 2;
-    float GetVoltsPerDiv() const override { return voltsPerDiv; }
-    float GetVoltsPerADCStep() const override { return voltsPerDiv * 10 / 127; }
-    float GetOffset() const override { return offset; }
-    int GetRange() const override { return range; }
-};
 
 inline Colour TextColourOf(const QLabel& label) {
     return FromQColor(label.palette().color(QPalette::WindowText));
@@ -65,6 +56,7 @@ struct AcquisitionParts {
         }
         for (int ch = 1; ch <= kScopeChannels; ++ch) {
             TakeLimits(offsetKnobs[ch], "OffsetKnob");
+            scales[ch].range = 2;
         }
         TakeLimits(TimeBaseKnob, "TimeBaseKnob");
         TakeLimits(DelayKnob, "DelayKnob");

@@ -1,6 +1,7 @@
 #include "acquisition/acquisition_rig.h"
 #include "acquisition/acquisition_settings.h"
 #include "acquisition/horizontal_tab.h"
+#include "frame/record/record.h"
 #include "frame/settings/settings.h"
 
 #include <QTemporaryDir>

@@ -1,5 +1,6 @@
 #include "acquisition/acquisition_rig.h"
 #include "driver/builtin_backend.h"
+#include "frame/record/record.h"
 #include "support/counted_new.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 #include "acquisition/acquisition_rig.h"
+#include "frame/record/record.h"
 
 #include <QTest>
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 #include "acquisition/acquisition_rig.h"
 #include "driver/stack_fixture.h"
+#include "frame/record/record.h"
 
 #include <cmath>
 #include <memory>

@@ -2,6 +2,7 @@
 #include "acquisition/mode_text.h"
 #include "acquisition/trigger_status.h"
 #include "controls/accessibility.h"
+#include "frame/record/record.h"
 
 #include <gtest/gtest.h>
 

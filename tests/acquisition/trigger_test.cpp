@@ -1,4 +1,5 @@
 #include "acquisition/acquisition_rig.h"
+#include "frame/record/record.h"
 
 #include <QTest>
 #include <gtest/gtest.h>
@@ -113,13 +114,6 @@ TEST_F(TriggerTest, ThresholdGoesOutAsPercentAndShowsItsLine) {
     rig.trigger.TriggerLineTimer_Timer();
     EXPECT_FALSE(rig.TriggerLineTimer.isActive());
     EXPECT_TRUE(rig.TriggerLine.isHidden());
-    EXPECT_TRUE(rig.LargeTriggerLine.isHidden());
-}
-
-TEST_F(TriggerTest, LargeWindowMayBeMissing) {
-    rig.trigger.SetLargeTriggerLine(nullptr);
-    rig.trigger.TriggerKnob_Change();
-    EXPECT_FALSE(rig.TriggerLine.isHidden());
     EXPECT_TRUE(rig.LargeTriggerLine.isHidden());
 }
 

@@ -1,6 +1,7 @@
 #include "analysis/measurement_design.h"
 #include "analysis/measurement_window.h"
 #include "controls/form.h"
+#include "frame/record/record.h"
 #include "support/scripted_driver.h"
 
 #include <QCheckBox>
@@ -39,9 +40,9 @@ class MeasurementWindowTest : public testing::Test {
         record.ChannelColour.fill(0x00FFFF);
         record.HeldSamplePeriod = 1e-6;
         scales.fill(&scale);
-        for (int i = 0; i < Record::kCursors; ++i) {
+        for (int i = 0; i < kCursors; ++i) {
             controls.VertCursorEn[i] = &boxes[static_cast<std::size_t>(i)];
-            controls.HorizCursorEn[i] = &boxes[static_cast<std::size_t>(Record::kCursors + i)];
+            controls.HorizCursorEn[i] = &boxes[static_cast<std::size_t>(kCursors + i)];
         }
         window = std::make_unique<MeasurementWindow>(form, record, instrument.driver, scales, controls);
         window->Build();

@@ -6,6 +6,8 @@
 #include "display/plot_canvas.h"
 #include "display/plot_control_set.h"
 #include "driver/builtin_backend.h"
+#include "frame/record/record.h"
+#include "support/plain_scale.h"
 #include "support/scripted_driver.h"
 
 #include <QCloseEvent>
@@ -18,14 +20,6 @@
 namespace {
 
 const QString kStamp = QStringLiteral("Corvantine Ver1.0.0.  DATA ACQUIRED AT: 21 Nov 2026 21:46:11");
-
-class SetScale : public ChannelScale {
-  public:
-    float GetVoltsPerDiv() const override { return 3; }
-    float GetVoltsPerADCStep() const override { return 30.0F / 127; }
-    float GetOffset() const override { return 0; }
-    int GetRange() const override { return 0; }
-};
 
 /// The spectrum window on its real form, filled by the real plotter.
 class SpectrumWindowTest : public testing::Test {
@@ -89,7 +83,7 @@ class SpectrumWindowTest : public testing::Test {
     RasterCanvas main{300, 200};
     Plotter plotter{record, instrument.driver, controls.Pointers(), main, nullptr, {}};
     Form form{SpectrumDesign(), nullptr, kPlotCanvas};
-    SetScale scale;
+    PlainScale scale;
     SpectrumWindow::Scales scales;
     std::unique_ptr<SpectrumWindow> window;
     int plots = 0;

@@ -6,6 +6,7 @@
 #include "channels/volts_table.h"
 #include "controls/form.h"
 #include "driver/stack_fixture.h"
+#include "frame/record/record.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -64,9 +65,9 @@ class StackMeasurement : public StackFixture {
         record.Running = true;
         record.ScopeInUse = {true, true, true, true, false, false};
         scales.fill(&scale);
-        for (int i = 0; i < Record::kCursors; ++i) {
+        for (int i = 0; i < kCursors; ++i) {
             controls.VertCursorEn[i] = &boxes[static_cast<std::size_t>(i)];
-            controls.HorizCursorEn[i] = &boxes[static_cast<std::size_t>(Record::kCursors + i)];
+            controls.HorizCursorEn[i] = &boxes[static_cast<std::size_t>(kCursors + i)];
         }
     }
 
@@ -172,7 +173,7 @@ class StackMeasurement : public StackFixture {
     Record record;
     RangeScale scale;
     MeasurementWindow::Scales scales;
-    std::array<QCheckBox, 2 * Record::kCursors> boxes;
+    std::array<QCheckBox, 2 * kCursors> boxes;
     MeasurementWindow::Controls controls;
 };
 

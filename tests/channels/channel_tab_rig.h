@@ -8,6 +8,7 @@
 #include "controls/knob_control.h"
 #include "controls/picture.h"
 #include "display/recording_canvas.h"
+#include "frame/record/record.h"
 #include "frame/settings/settings.h"
 #include "support/call_lists.h"
 #include "support/scripted_driver.h"

@@ -1,4 +1,5 @@
 #include "channels/channel_tab_rig.h"
+#include "frame/record/record.h"
 
 #include <gtest/gtest.h>
 

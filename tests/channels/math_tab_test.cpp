@@ -5,8 +5,10 @@
 #include "controls/button_control.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
+#include "frame/record/record.h"
 #include "frame/settings/settings.h"
 #include "support/call_lists.h"
+#include "support/plain_scale.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -21,15 +23,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-class SetScale : public ChannelScale {
-  public:
-    float volts = 3;
-    float GetVoltsPerDiv() const override { return volts; }
-    float GetVoltsPerADCStep() const override { return VoltsPerADCStep(volts); }
-    float GetOffset() const override { return 0; }
-    int GetRange() const override { return 0; }
-};
 
 /// The math tab on its real form beside four channels at 3 V/div, its lists filled as the start fills them.
 struct MathTabRig {
@@ -54,7 +47,7 @@ struct MathTabRig {
         }
     }
 
-    static PerScope<const ChannelScale*> Pointers(PerScope<SetScale>& scales) {
+    static PerScope<const ChannelScale*> Pointers(PerScope<PlainScale>& scales) {
         return {&scales[1], &scales[2], &scales[3], &scales[4]};
     }
     std::function<void(int, bool)> Note(const char* name) {
@@ -91,7 +84,7 @@ struct MathTabRig {
     Record record;
     SettingsStore settings;
     Form form{MathTabDesign()};
-    PerScope<SetScale> scales;
+    PerScope<PlainScale> scales;
     CallList calls;
     MathTab tab{form,
                 record,
@@ -109,8 +102,8 @@ class MathTabTest : public testing::Test {
 } // namespace
 
 TEST_F(MathTabTest, AddsTwoChannelsInItsOwnScale) {
-    rig.scales[1].volts = 3;
-    rig.scales[2].volts = 0.3F;
+    rig.scales[1].voltsPerDiv = 3;
+    rig.scales[2].voltsPerDiv = 0.3F;
     rig.FillRow(1, 20);
     rig.FillRow(2, 50);
     rig.Choose(1, 2, 1);
@@ -165,22 +158,22 @@ TEST_F(MathTabTest, InvertingAChannelChangesNothing) {
 }
 
 TEST_F(MathTabTest, KeepsTheScaleAtOrAboveItsOperandsAndNeverLowersIt) {
-    rig.scales[1].volts = 30;
+    rig.scales[1].voltsPerDiv = 30;
     rig.Enable(1);
     EXPECT_EQ(rig.Volts(1).KnobValue(), 3);
-    rig.scales[1].volts = 0.03F;
+    rig.scales[1].voltsPerDiv = 0.03F;
     rig.tab.DoMaths();
     EXPECT_EQ(rig.Volts(1).KnobValue(), 3);
-    rig.scales[1].volts = 3;
-    rig.scales[2].volts = 0.3F;
+    rig.scales[1].voltsPerDiv = 3;
+    rig.scales[2].voltsPerDiv = 0.3F;
     rig.Choose(1, 2, 1);
     rig.Volts(1).SetKnobValue(0); // comes back in the very handler of its turn
     EXPECT_EQ(rig.Volts(1).KnobValue(), 2);
 }
 
 TEST_F(MathTabTest, ASecondOperandOfMoreVoltsRaisesTheScaleTwice) {
-    rig.scales[1].volts = 0.3F;
-    rig.scales[2].volts = 30;
+    rig.scales[1].voltsPerDiv = 0.3F;
+    rig.scales[2].voltsPerDiv = 30;
     rig.FillRow(1, 50);
     rig.FillRow(2, 50);
     rig.List(1, 2).setCurrentIndex(1);
@@ -195,7 +188,7 @@ TEST_F(MathTabTest, ARatchetOfStrangeVoltsEnds) {
     const int before = rig.Volts(1).KnobValue();
     for (float volts : {0.0F, -3.0F, 5.0F, 300.0F, std::numeric_limits<float>::infinity(),
                         std::numeric_limits<float>::quiet_NaN(), 0.29999998F}) {
-        rig.scales[1].volts = volts;
+        rig.scales[1].voltsPerDiv = volts;
         rig.tab.DoMaths();
         EXPECT_EQ(rig.Volts(1).KnobValue(), before);
         EXPECT_TRUE(std::isfinite(rig.Sample(5)));

@@ -1,6 +1,7 @@
 #include "channels/offset_null.h"
 #include "channels/offset_null_design.h"
 #include "controls/form.h"
+#include "frame/record/record.h"
 
 #include <QLabel>
 #include <QLineEdit>

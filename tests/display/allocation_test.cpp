@@ -1,6 +1,7 @@
 #include "display/plot_canvas.h"
 #include "display/plot_control_set.h"
 #include "driver/builtin_backend.h"
+#include "frame/record/record.h"
 #include "support/counted_new.h"
 
 #include <QTest>
@@ -72,7 +73,7 @@ TEST_F(PlotAllocations, NoneWithoutCursors) {
 }
 
 TEST_F(PlotAllocations, NoneWithAllCursorsAndTheirReadOuts) {
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         controls.VertCursorEn[i].setChecked(true);
         controls.HorizCursorEn[i].setChecked(true);
         record.VertCursorTime[i] = 1e-6 * i;

@@ -1,6 +1,7 @@
 #include "display/column_rule.h"
 
 #include "display/plot_scene.h"
+#include "frame/record/record.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -5,6 +5,7 @@
 #include "display/cursor_tab.h"
 #include "display/cursor_tab_design.h"
 #include "display/plot_canvas.h"
+#include "frame/record/record.h"
 #include "frame/settings/settings.h"
 #include "frame/window/main_form_design.h"
 #include "support/call_lists.h"
@@ -53,7 +54,7 @@ class CursorBarsTest : public testing::Test {
     }
     QTimer* CursTimer() { return main.timer("CursTimer"); }
     void SwitchAllOn() {
-        for (int i = 0; i < Record::kCursors; ++i) {
+        for (int i = 0; i < kCursors; ++i) {
             Box("Vert", i)->setChecked(true);
             Box("Horiz", i)->setChecked(true);
         }
@@ -358,7 +359,7 @@ TEST_F(CursorTabTest, EverythingIsOffAndZeroAtFirst) {
     Box("VertCursorEn", 1)->setChecked(true);
     record.HorizCursorVolts[2] = 5;
     part.RestoreTabSettings();
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         EXPECT_FALSE(Box("VertCursorEn", i)->isChecked());
         EXPECT_FALSE(Box("HorizCursorEn", i)->isChecked());
         EXPECT_EQ(record.VertCursorTime[i], 0);
@@ -407,7 +408,7 @@ TEST_F(CursorTabTest, DamagedTextsGiveValuesThatACursorCanHave) {
     Put("VertCursorEn0", "maybe");
     Put("HorizCursorEn0", "99999999999999999999");
     part.RestoreTabSettings();
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         EXPECT_TRUE(std::isfinite(record.VertCursorTime[i])) << i;
         EXPECT_GE(record.VertCursorTime[i], 0) << i;
         EXPECT_LE(std::abs(record.HorizCursorVolts[i]), 126) << i;

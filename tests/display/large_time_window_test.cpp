@@ -3,6 +3,7 @@
 #include "display/large_time_design.h"
 #include "display/large_time_window.h"
 #include "display/plot_canvas.h"
+#include "frame/record/record.h"
 
 #include <QFontMetrics>
 #include <QLabel>

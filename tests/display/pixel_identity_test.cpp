@@ -1,6 +1,7 @@
 #include "display/plain_canvas.h"
 #include "display/plot_scene.h"
 #include "display/raster_canvas.h"
+#include "frame/record/record.h"
 
 #include <cmath>
 #include <cstring>

@@ -3,6 +3,7 @@
 #include "controls/colour.h"
 #include "display/draw_plot.h"
 #include "display/plot_scene.h"
+#include "frame/record/record.h"
 
 #include <QSignalSpy>
 #include <QTest>

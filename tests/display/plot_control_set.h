@@ -42,7 +42,7 @@ struct PlotControlSet {
         for (int channel = 1; channel <= kScopeChannels; ++channel) {
             controls.OffsetKnob[channel] = &OffsetKnob(channel);
         }
-        for (int i = 0; i < Record::kCursors; ++i) {
+        for (int i = 0; i < kCursors; ++i) {
             controls.VertCursorEn[i] = &VertCursorEn[i];
             controls.HorizCursorEn[i] = &HorizCursorEn[i];
         }
@@ -52,8 +52,8 @@ struct PlotControlSet {
     SliderControl1 VertPanSlider, HorizPanSlider, PretriggerSlider;
     KnobControl1 VertZoomKnob, HorizZoomKnob, TriggerKnob, DelayKnob;
     KnobControl1 offsetKnobs[kScopeChannels];
-    QCheckBox VertCursorEn[Record::kCursors];
-    QCheckBox HorizCursorEn[Record::kCursors];
+    QCheckBox VertCursorEn[kCursors];
+    QCheckBox HorizCursorEn[kCursors];
     QComboBox FFTWindowCombo;
     QRadioButton FFTPlotType0;
 };

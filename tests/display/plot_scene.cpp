@@ -1,4 +1,5 @@
 #include "display/plot_scene.h"
+#include "frame/record/record.h"
 
 #include <cmath>
 #include <numbers>
@@ -95,7 +96,7 @@ void PlotScene::FillWithEverything() {
             record.SampleData(channel, i) = static_cast<float>(110 * std::sin(phase) + 12 * noise.Next());
         }
     }
-    for (int i = 0; i < Record::kCursors; ++i) {
+    for (int i = 0; i < kCursors; ++i) {
         record.VertCursorEnabled[i] = true;
         record.HorizCursorEnabled[i] = true;
         record.VertCursorTime[i] = SamplePeriod * (400 + 1200 * i);

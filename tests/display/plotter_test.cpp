@@ -1,6 +1,7 @@
 #include "display/plot_control_set.h"
 
 #include "display/recording_canvas.h"
+#include "frame/record/record.h"
 #include "support/scripted_driver.h"
 
 #include <cmath>

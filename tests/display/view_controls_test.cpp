@@ -6,6 +6,7 @@
 #include "controls/slider_control.h"
 #include "display/plot_canvas.h"
 #include "display/plot_scene.h"
+#include "frame/record/record.h"
 #include "frame/window/main_form_design.h"
 #include "support/call_lists.h"
 

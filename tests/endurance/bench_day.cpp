@@ -32,9 +32,9 @@ bool Pressed(const ButtonControl1& button) {
 std::vector<QPointer<QWidget>> BenchDay::Controls() const {
     const Forms& forms = whole_.instrument.forms;
     std::vector<QPointer<QWidget>> controls;
-    for (const QWidget* window : std::initializer_list<const QWidget*>{
-             forms.surface.get(), forms.StatsForm.get(), forms.OffsetNullForm.get(), forms.FFTForm.get(),
-             forms.FullScreenTimeForm.get()}) {
+    for (const QWidget* window :
+         std::initializer_list<const QWidget*>{forms.surface.get(), forms.StatsForm, forms.OffsetNullForm,
+                                               forms.FFTForm.get(), forms.FullScreenTimeForm.get()}) {
         const auto found = window->findChildren<QWidget*>();
         controls.insert(controls.end(), found.begin(), found.end());
     }

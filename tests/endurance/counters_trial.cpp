@@ -3,6 +3,7 @@
 
 #include "display/plot_canvas.h"
 #include "driver/builtin_backend.h"
+#include "frame/record/record.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -5,6 +5,7 @@
 #include "export/fixed_scales.h"
 #include "export/output_files.h"
 #include "export/save_data.h"
+#include "frame/record/record.h"
 
 #include <QDir>
 #include <QFile>

@@ -322,9 +322,9 @@ void Monkey::FireTimer() {
     }
     const Forms& forms = whole_->instrument.forms;
     std::vector<QTimer*> timers;
-    for (const QWidget* window : std::initializer_list<const QWidget*>{
-             forms.surface.get(), forms.StatsForm.get(), forms.OffsetNullForm.get(), forms.FFTForm.get(),
-             forms.FullScreenTimeForm.get()}) {
+    for (const QWidget* window :
+         std::initializer_list<const QWidget*>{forms.surface.get(), forms.StatsForm, forms.OffsetNullForm,
+                                               forms.FFTForm.get(), forms.FullScreenTimeForm.get()}) {
         if (window != nullptr) {
             for (QTimer* timer : window->findChildren<QTimer*>()) {
                 if (timer->isActive()) {

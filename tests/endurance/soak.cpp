@@ -7,6 +7,7 @@
 #include "controls/symbol_font.h"
 #include "driver/driver_choice.h"
 #include "frame/instrument/instrument.h"
+#include "frame/record/record.h"
 #include "frame/session/start_up.h"
 #include "support/open_everything.h"
 

@@ -3,6 +3,7 @@
 #include "endurance/whole_instrument.h"
 
 #include "controls/picture.h"
+#include "frame/record/record.h"
 
 #include <QAbstractButton>
 #include <QApplication>

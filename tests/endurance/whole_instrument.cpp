@@ -2,6 +2,7 @@
 
 #include "controls/button_control.h"
 #include "frame/instrument/shut_down.h"
+#include "frame/record/record.h"
 #include "frame/session/start_up.h"
 
 #include <QApplication>

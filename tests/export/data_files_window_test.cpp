@@ -4,6 +4,7 @@
 #include "driver/builtin_backend.h"
 #include "frame/instrument/instrument.h"
 #include "frame/instrument/shut_down.h"
+#include "frame/record/record.h"
 #include "frame/session/start_up.h"
 #include "window/real_mouse.h"
 

@@ -5,6 +5,7 @@
 #include "controls/form.h"
 #include "export/data_tab_design.h"
 #include "fixed_scales.h"
+#include "frame/record/record.h"
 #include "support/scripted_driver.h"
 
 #include <QCheckBox>

@@ -2,6 +2,7 @@
 
 #include "export/output_files.h"
 #include "fixed_scales.h"
+#include "frame/record/record.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,5 +1,6 @@
 #include "skin/surface.h"
 
+#include "frame/record/record.h"
 #include "log_book.h"
 #include "skin/skin_selection.h"
 #include "skin/tab_panels.h"
@@ -52,10 +53,10 @@ class SurfaceWindow : public testing::Test {
         surface.MoveBy(*face->control<Picture>("Image1"));
         tabs = std::make_unique<TabPanels>(
             record, windows,
-            TabPanels::Calls{.mainMinimised = [this] { return surface.isMinimized(); },
-                             .bringMainToFront = [this] { surface.BringFaceToFront(); },
-                             .bringPanelUp = [this](QWidget& panel) { surface.BringPanelUp(panel); },
-                             .sendPanelToBack = [this](QWidget& panel) { surface.SendPanelToBack(panel); }});
+            TabPanels::Calls{.MainMinimised = [this] { return surface.isMinimized(); },
+                             .BringMainToFront = [this] { surface.BringFaceToFront(); },
+                             .BringPanelUp = [this](QWidget& panel) { surface.BringPanelUp(panel); },
+                             .SendPanelToBack = [this](QWidget& panel) { surface.SendPanelToBack(panel); }});
         for (Form* panel : panels) {
             regions.push_back(std::make_unique<cDIBSectionRegion>(book.log));
             ASSERT_TRUE(SetWindowEffects(book.log, dib, *panel->control<Picture>("Image2"), kSkinKey,

@@ -1,5 +1,6 @@
 #include "skin/tab_panels.h"
 
+#include "frame/record/record.h"
 #include "toy_instrument.h"
 
 #include <QTimer>
@@ -28,16 +29,16 @@ class Panels : public testing::Test {
         panels = std::make_unique<TabPanels>(
             record, windows,
             TabPanels::Calls{
-                .mainMinimised =
+                .MainMinimised =
                     [this] {
                         if (onTick) {
                             onTick();
                         }
                         return minimised;
                     },
-                .bringMainToFront = [this] { order += QStringLiteral("main"); },
-                .bringPanelUp = [this](QWidget& panel) { order += panel.objectName(); },
-                .sendPanelToBack =
+                .BringMainToFront = [this] { order += QStringLiteral("main"); },
+                .BringPanelUp = [this](QWidget& panel) { order += panel.objectName(); },
+                .SendPanelToBack =
                     [this](QWidget& panel) { order += QStringLiteral("back ") + panel.objectName(); }});
     }
     static bool IsPanel(int slot) { return slot <= 4 || slot >= 15; }

@@ -1,3 +1,4 @@
+#include "frame/record/record.h"
 #include "window/front_panel.h"
 
 TEST_F(FrontPanel, ShowsFourTracesOnTheScreen) {

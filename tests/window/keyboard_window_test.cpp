@@ -155,7 +155,7 @@ class Keys : public FrontPanel {
         std::set<int> slots_;
         for (const QWidget* control : controls) {
             int found = instrument->forms.MainForm->isAncestorOf(control) ? 0 : -1;
-            for (int slot = 1; slot <= Record::kTabSlots; ++slot) {
+            for (int slot = 1; slot <= kTabSlots; ++slot) {
                 found = instrument->forms.TabForm[slot]->isAncestorOf(control) ? slot : found;
             }
             slots_.insert(found);
@@ -447,4 +447,5 @@ TEST_F(Keys, TheRingIsSeenAtEveryStopAndIsStillThereAfterAnotherWindowWasInFront
 
 } // namespace
 
+#include "frame/record/record.h"
 #include "keyboard_window_test.moc"

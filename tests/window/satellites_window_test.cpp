@@ -4,6 +4,7 @@
 #include "controls/symbol_font.h"
 #include "display/plot_canvas.h"
 #include "frame/instrument/instrument_fixture.h"
+#include "frame/record/record.h"
 #include "real_mouse.h"
 
 #include <QProcess>

@@ -8,6 +8,7 @@
 #include "driver/driver_choice.h"
 #include "frame/instrument/instrument.h"
 #include "frame/instrument/shut_down.h"
+#include "frame/record/record.h"
 #include "frame/session/start_up.h"
 #include "support/open_everything.h"
 
@@ -62,7 +63,7 @@ Environment EnvironmentIn(const QString& settingsFolder) {
 
 void TakePanels(Instrument& instrument, const Photographer& photographer) {
     const Forms& forms = instrument.forms;
-    for (int slot = 1; slot <= Record::kTabSlots; ++slot) {
+    for (int slot = 1; slot <= kTabSlots; ++slot) {
         if (forms.TabForm[slot] == forms.EmptyForm || !forms.TabForm[slot]->isVisible()) {
             continue;
         }
@@ -82,11 +83,11 @@ void TakeSpectra(Instrument& instrument, const Photographer& photographer) {
     for (auto& tab : instrument.channelTabs) {
         tab->BWLimitButton_Click();
     }
-    for (int cursor = 0; cursor < Record::kCursors; ++cursor) {
+    for (int cursor = 0; cursor < kCursors; ++cursor) {
         forms.TabForm[kCursTab]->control<QCheckBox>("VertCursorEn", cursor)->setChecked(true);
         forms.TabForm[kCursTab]->control<QCheckBox>("HorizCursorEn", cursor)->setChecked(true);
     }
-    photographer.Take(QStringLiteral("measurements_math"), {forms.StatsForm.get()});
+    photographer.Take(QStringLiteral("measurements_math"), {forms.StatsForm});
     const QSize own = forms.FFTForm->size();
     for (const QSize size : {own, QSize(520, 260), QSize(960, 540)}) {
         for (int option : {0, 1}) {
@@ -126,7 +127,7 @@ int main(int argc, char** argv) {
     Instrument instrument(record, driver, std::move(environment));
     StartUp(instrument);
     Forms& forms = instrument.forms;
-    photographer.Take(QStringLiteral("main"), {forms.surface.get(), forms.StatsForm.get()});
+    photographer.Take(QStringLiteral("main"), {forms.surface.get(), forms.StatsForm});
 
     const auto* skins = forms.MainForm->control<QListWidget>("SkinColourList");
     for (int i = 0; i < skins->count(); ++i) {
@@ -142,9 +143,9 @@ int main(int argc, char** argv) {
     photographer.Take(QStringLiteral("large_time"), {forms.FullScreenTimeForm.get()});
     instrument.shell->FullScreenButton_Click();
     forms.OffsetNullForm->show();
-    photographer.Take(QStringLiteral("offset_null"), {forms.OffsetNullForm.get()});
+    photographer.Take(QStringLiteral("offset_null"), {forms.OffsetNullForm});
     forms.OffsetNullForm->hide();
-    photographer.Take(QStringLiteral("measurements"), {forms.StatsForm.get()});
+    photographer.Take(QStringLiteral("measurements"), {forms.StatsForm});
     TakeSpectra(instrument, photographer);
     forms.SplashForm->show();
     photographer.Take(QStringLiteral("splash"), {forms.SplashForm.get()});

@@ -1,6 +1,7 @@
 #include "window/front_panel.h"
 
 #include "frame/helpers/helpers.h"
+#include "frame/record/record.h"
 
 #include <QCheckBox>
 #include <QClipboard>

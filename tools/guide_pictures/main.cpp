@@ -12,6 +12,7 @@
 #include "driver/driver_choice.h"
 #include "frame/instrument/instrument.h"
 #include "frame/instrument/shut_down.h"
+#include "frame/record/record.h"
 #include "frame/session/start_up.h"
 
 #include <QApplication>

@@ -7,6 +7,7 @@
 #include "controls/slider_control.h"
 #include "display/plot_canvas.h"
 #include "frame/instrument/instrument.h"
+#include "frame/record/record.h"
 
 #include <QApplication>
 #include <QCheckBox>

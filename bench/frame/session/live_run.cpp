@@ -9,6 +9,7 @@
 #include "display/plot_canvas.h"
 #include "driver/driver_choice.h"
 #include "frame/instrument/instrument.h"
+#include "frame/record/record.h"
 #include "frame/session/start_up.h"
 #include "support/open_everything.h"
 

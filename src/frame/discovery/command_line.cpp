@@ -1,6 +1,7 @@
 #include "frame/discovery/command_line.h"
 
 #include "frame/discovery/messages.h"
+#include "frame/record/record.h"
 
 #include <cmath>
 #include <limits>

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "frame/log/show_message.h"
-#include "frame/record/record.h"
+
+#include <cstdint>
+
+struct Record;
 
 inline constexpr std::int32_t kNothingForced = -2;   ///< empty command line
 inline constexpr std::int32_t kNoUsableForcing = -1; ///< a command line that forces nothing

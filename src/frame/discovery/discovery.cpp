@@ -3,6 +3,7 @@
 #include "driver/driver.h"
 #include "frame/discovery/command_line.h"
 #include "frame/discovery/messages.h"
+#include "frame/record/record.h"
 
 namespace discovery {
 

@@ -2,9 +2,9 @@
 
 #include "frame/log/debug_log.h"
 #include "frame/log/show_message.h"
-#include "frame/record/record.h"
 
 class Driver;
+struct Record;
 
 /// Finding the modules and settling whether the program runs on them or in demonstration mode.
 namespace discovery {

@@ -1,4 +1,5 @@
 #include "frame/discovery/operating_system.h"
+#include "frame/record/record.h"
 
 QString DetectOperatingSystem(std::uint32_t versionWord, Record& record) {
     constexpr std::uint32_t kFamilyBits = 0x8000000F;

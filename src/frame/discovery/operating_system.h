@@ -1,6 +1,9 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include <QString>
+#include <cstdint>
+
+struct Record;
 
 /// Fills OSVersionWord and IsWinXP from the version word of the system and returns the splash's text. A
 /// system that has no such word (0) is named as unknown.

@@ -2,6 +2,7 @@
 
 #include "driver/driver.h"
 #include "frame/discovery/messages.h"
+#include "frame/record/record.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "frame/log/show_message.h"
-#include "frame/record/record.h"
 
 class Driver;
+struct Record;
 
 /// Proves over the detect line that the modules hang in one stack: the master drives the line low and
 /// every other module must hear it. To be called for channels 1..4 in turn. Returns False when a module

@@ -2,11 +2,17 @@
 
 #include "controls/button_control.h"
 #include "controls/colour.h"
+#include "controls/knob_control.h"
 #include "controls/number_format.h"
 
 #include <QLabel>
 #include <QLocale>
 #include <cmath>
+
+float GroundPercent(const KnobControl1& knob) {
+    const int range = knob.KnobMax() - knob.KnobMin();
+    return range == 0 ? 0 : static_cast<float>(knob.KnobValue() * 200.0 / range);
+}
 
 QString FormatSeconds(double seconds) {
     const double size = std::abs(seconds);

@@ -1,13 +1,17 @@
 #pragma once
 
-#include "frame/record/record.h"
+#include "frame/record/colour.h"
 #include "frame/settings/setting_text.h" // ParseLocaleReal is one of the helpers
 
 #include <QDateTime>
 #include <QString>
 
 class ButtonControl1;
+class KnobControl1;
 class QLabel;
+
+/// Percent of the half screen at which an offset knob puts the ground: its ends give about +-100.
+float GroundPercent(const KnobControl1& knob);
 
 /// Seconds as a person reads them: "12.0ns", "1.500us", "20.000ms", "2.000s".
 QString FormatSeconds(double seconds);

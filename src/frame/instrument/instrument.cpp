@@ -2,16 +2,11 @@
 
 #include "controls/picture.h"
 #include "frame/instrument/shut_down.h"
+#include "frame/record/record.h"
 #include "skin/skin_colour.h"
 #include "skin/skin_selection.h"
 
 #include <utility>
-
-Forms::Forms(DebugLog& log) : SharedDIB(log), MainRegion(log) {
-    for (auto& region : TabRegion) {
-        region = std::make_unique<cDIBSectionRegion>(log);
-    }
-}
 
 namespace {
 
@@ -62,10 +57,6 @@ void Instrument::SkinMainForm() {
     skins->DressPlainFace();
 }
 
-void Instrument::ShowMainForm() {
-    forms.surface->show();
-}
-
 void Instrument::RestoreTabSettings(int slot) {
     if (slot == kHorzTab) {
         horizontalTab->RestoreTabSettings();
@@ -95,7 +86,7 @@ QStringList Instrument::KeepSettings() {
     if (record.NumScopesFound > 0) {
         scopeSettings->SaveScopeSettings();
     }
-    for (int slot = 1; slot <= Record::kTabSlots; ++slot) {
+    for (int slot = 1; slot <= kTabSlots; ++slot) {
         UnloadTab(slot);
     }
     return settings.Flush();

@@ -32,24 +32,17 @@
 
 #include <memory>
 
+struct Record;
+
 /// The whole instrument: the windows, and the parts that give them their behaviour. It only puts them
 /// together; what a handler does stands in the part that owns it.
 struct Instrument {
     Instrument(Record& record, Driver& driver, Environment environment);
     ~Instrument();
 
-    // Building, in the order of the start-up
-    void CreateSplash();
-    void CreateMainForm();
-    void CreateTabForms();
-    void CreateSatellites();
-    void NameWindows(); ///< after the module that the command line forces
-    void ConnectParts();
-
-    void SplashLine(int index, const QString& text);
+    void ConnectParts(); ///< once the windows are there
     void SkinPanel(int slot);
     void SkinMainForm();
-    void ShowMainForm();
     void RestoreTabSettings(int slot);
     void UnloadTab(int slot);
     /// Saves what a press of CloseButton saves, while the program goes on: the messages of the files that
@@ -68,44 +61,33 @@ struct Instrument {
     AcquisitionState acquisition;
     bool settingsRestored = false; ///< until then there is nothing to save
 
-    std::unique_ptr<Shell> shell;
     std::unique_ptr<Plotter> plotter;
     std::unique_ptr<CursorBars> cursorBars;
     std::unique_ptr<CursorTab> cursorTab;
     std::unique_ptr<ViewControls> viewControls;
-    std::unique_ptr<RunLoop> runLoop;
-    std::unique_ptr<MeasurementWindow> measurements;
+    std::unique_ptr<SkinSelection> skins;
+    std::unique_ptr<TabPanels> tabPanels;
+    std::unique_ptr<AboutTab> aboutTab;
+    std::unique_ptr<Shell> shell;
+    PerScope<std::unique_ptr<ChannelTab>> channelTabs;
     std::unique_ptr<OffsetNullDialog> offsetNull;
+    std::unique_ptr<MathTab> mathTab;
+    std::unique_ptr<HorizontalTab> horizontalTab;
+    std::unique_ptr<MeasurementWindow> measurements;
     std::unique_ptr<LargeTimeWindow> largeTime;
     std::unique_ptr<SpectrumWindow> spectrum;
     std::unique_ptr<ClipboardShot> largeTimeShot;
     std::unique_ptr<ClipboardShot> spectrumShot;
     std::unique_ptr<Trigger> trigger;
     std::unique_ptr<Timebase> timebase;
-    std::unique_ptr<HorizontalTab> horizontalTab;
+    std::unique_ptr<RunLoop> runLoop;
     std::unique_ptr<DataTab> dataTab;
-    PerScope<std::unique_ptr<ChannelTab>> channelTabs;
-    std::unique_ptr<MathTab> mathTab;
-    std::unique_ptr<SkinSelection> skins;
-    std::unique_ptr<TabPanels> tabPanels;
-    std::unique_ptr<AboutTab> aboutTab;
-    std::unique_ptr<Keyboard> keyboard;
     std::unique_ptr<AcquisitionSettings> acquisitionSettings;
     std::unique_ptr<ScopeSettings> scopeSettings;
+    std::unique_ptr<Keyboard> keyboard;
 
   private:
-    void PlaceWindows();
-    PerScope<const ChannelScale*> ScopeScales() const;
-    PerChannel<const ChannelScale*> Scales() const;
-    void ConnectDisplay();
-    void ConnectAcquisition();
-    void ConnectChannels();
-    void ConnectFace();
-    void ConnectMeasurements();
-    void ConnectPlotWindows();
-    void ConnectExport();
-    QString DataStamp() const;
-    void ConnectSettings();
-    void ConnectKeyboard();
+    void MakeParts();
+    void MakeKeyboard();
     void ClosePanel();
 };

@@ -1,13 +1,14 @@
 #include "export/print.h"
 #include "frame/instrument/instrument.h"
 #include "frame/instrument/shut_down.h"
+#include "frame/record/record.h"
 
 #include <QApplication>
 #include <QClipboard>
 
 // What the keys do, which is what presses of their buttons do.
 
-void Instrument::ConnectKeyboard() {
+void Instrument::MakeKeyboard() {
     keyboard = std::make_unique<Keyboard>(
         std::initializer_list<QWidget*>{forms.surface.get(), forms.FullScreenTimeForm.get(),
                                         forms.FFTForm.get()},
@@ -45,17 +46,10 @@ void Instrument::ConnectKeyboard() {
 
 /// As a click on its tab does.
 void Instrument::ClosePanel() {
-    const QObjectList& parts = forms.surface->children(); // from the rearmost to the foremost
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
-        for (int slot = 1; slot <= Record::kTabSlots; ++slot) {
-            if (forms.TabForm[slot] == *part && record.TabOpen[slot]) {
-                if (slot <= kScopeChannels) {
-                    channelTabs[slot]->Image1_MouseDown(Qt::LeftButton);
-                } else {
-                    tabPanels->PressTab(slot);
-                }
-                return;
-            }
-        }
+    const int slot = tabPanels->ForemostOpen();
+    if (slot >= 1 && slot <= kScopeChannels) {
+        channelTabs[slot]->Image1_MouseDown(Qt::LeftButton);
+    } else if (slot != 0) {
+        tabPanels->PressTab(slot);
     }
 }

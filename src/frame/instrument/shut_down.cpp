@@ -1,6 +1,7 @@
 #include "frame/instrument/shut_down.h"
 
 #include "frame/instrument/instrument.h"
+#include "frame/record/record.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -23,59 +24,59 @@ void Hide(QWidget* window) {
     }
 }
 
-void StopTimers(const Instrument& i) {
+void StopTimers(const Instrument& instrument) {
     for (const QWidget* window : std::initializer_list<const QWidget*>{
-             i.forms.surface.get(), i.forms.StatsForm.get(), i.forms.OffsetNullForm.get(),
-             i.forms.FFTForm.get(), i.forms.FullScreenTimeForm.get()}) {
+             instrument.forms.surface.get(), instrument.forms.StatsForm, instrument.forms.OffsetNullForm,
+             instrument.forms.FFTForm.get(), instrument.forms.FullScreenTimeForm.get()}) {
         StopTimers(window);
     }
 }
 
 } // namespace
 
-void ShutDown(Instrument& i) {
-    i.closing.Request();
+void ShutDown(Instrument& instrument) {
+    instrument.closing.Request();
 }
 
-void BeginShutDown(Instrument& i) {
-    StopTimers(i);
-    i.log.PrintLog(QStringLiteral("About to close"));
+void BeginShutDown(Instrument& instrument) {
+    StopTimers(instrument);
+    instrument.log.PrintLog(QStringLiteral("About to close"));
 }
 
-void EndShutDown(Instrument& i) {
-    StopTimers(i);
-    i.record.PlotInhibit = true;
-    Hide(i.forms.FullScreenTimeForm.get());
-    Hide(i.forms.FFTForm.get());
-    Hide(i.forms.StatsForm.get());
-    Hide(i.forms.OffsetNullForm.get());
+void EndShutDown(Instrument& instrument) {
+    StopTimers(instrument);
+    instrument.record.PlotInhibit = true;
+    Hide(instrument.forms.FullScreenTimeForm.get());
+    Hide(instrument.forms.FFTForm.get());
+    Hide(instrument.forms.StatsForm);
+    Hide(instrument.forms.OffsetNullForm);
 
-    i.log.PrintLog(QStringLiteral("Saving registry settings"));
-    if (i.settingsRestored && i.record.NumScopesFound > 0) {
-        i.scopeSettings->SaveScopeSettings();
+    instrument.log.PrintLog(QStringLiteral("Saving registry settings"));
+    if (instrument.settingsRestored && instrument.record.NumScopesFound > 0) {
+        instrument.scopeSettings->SaveScopeSettings();
     }
 
-    i.log.PrintLog(QStringLiteral("Closing scopes"));
+    instrument.log.PrintLog(QStringLiteral("Closing scopes"));
     for (int channel = 1; channel <= kScopeChannels; ++channel) {
-        if (i.record.ScopeInUse[channel]) {
-            i.driver.Close(channel);
+        if (instrument.record.ScopeInUse[channel]) {
+            instrument.driver.Close(channel);
         }
     }
 
-    i.log.PrintLog(QStringLiteral("Unloading tab forms"));
-    for (int slot = 1; slot <= Record::kTabSlots; ++slot) {
-        Hide(i.forms.TabForm[slot]);
-        if (i.settingsRestored) {
-            i.UnloadTab(slot);
+    instrument.log.PrintLog(QStringLiteral("Unloading tab forms"));
+    for (int slot = 1; slot <= kTabSlots; ++slot) {
+        Hide(instrument.forms.TabForm[slot]);
+        if (instrument.settingsRestored) {
+            instrument.UnloadTab(slot);
         }
     }
-    i.TellUnsaved(i.settings.Flush());
+    instrument.TellUnsaved(instrument.settings.Flush());
 
-    Hide(i.forms.SplashForm.get());
-    Hide(i.forms.surface.get());
-    i.log.PrintLog(QStringLiteral("Closing driver"));
-    i.driver.CloseDrvr(i.record.DriverHandle);
-    i.log.PrintLog(QStringLiteral("End"));
-    i.log.CloseLog();
+    Hide(instrument.forms.SplashForm.get());
+    Hide(instrument.forms.surface.get());
+    instrument.log.PrintLog(QStringLiteral("Closing driver"));
+    instrument.driver.CloseDrvr(instrument.record.DriverHandle);
+    instrument.log.PrintLog(QStringLiteral("End"));
+    instrument.log.CloseLog();
     QCoreApplication::quit();
 }

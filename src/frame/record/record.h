@@ -1,16 +1,11 @@
 #pragma once
 
-#include "frame/record/indexed.h"
+#include "frame/record/channels.h"
+#include "frame/record/colour.h"
 #include "frame/record/samples.h"
 
 #include <QString>
 #include <cstdint>
-
-/// A colour as the instrument keeps it: 0x00BBGGRR, red in the low byte.
-using Colour = std::uint32_t;
-
-template <class T> using PerScope = Indexed<T, 1, kScopeChannels>;
-template <class T> using PerChannel = Indexed<T, 1, kAllChannels>;
 
 /// Null values in ADC steps, one for each channel 1..4 and range 0..2.
 class OffsetNullTable {
@@ -44,8 +39,7 @@ struct Record {
     std::int32_t Math2Chan = 0;
 
     // Panels
-    static constexpr int kTabSlots = 19;
-    Indexed<bool, 1, kTabSlots> TabOpen;
+    PerTab<bool> TabOpen;
     Indexed<Colour, 15, kTabSlots> TabColour;
 
     // Modules, filled at start-up and read-only afterwards
@@ -105,11 +99,10 @@ struct Record {
     ChannelTable SpectrumData{kSpectrumBins}; ///< plot units -30..+30
 
     // Cursors and view
-    static constexpr int kCursors = 3;
-    Indexed<bool, 0, kCursors - 1> VertCursorEnabled;
-    Indexed<bool, 0, kCursors - 1> HorizCursorEnabled;
-    Indexed<double, 0, kCursors - 1> VertCursorTime;   ///< seconds
-    Indexed<double, 0, kCursors - 1> HorizCursorVolts; ///< ADC steps, whatever the name says
+    PerCursor<bool> VertCursorEnabled;
+    PerCursor<bool> HorizCursorEnabled;
+    PerCursor<double> VertCursorTime;   ///< seconds
+    PerCursor<double> HorizCursorVolts; ///< ADC steps, whatever the name says
     double ViewXMin = 0;
     double ViewXMax = 0;
     double ViewYMin = 0;

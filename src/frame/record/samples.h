@@ -1,14 +1,16 @@
 #pragma once
 
+#include "frame/record/channels.h"
+
+#include <cstddef>
 #include <vector>
 
-inline constexpr int kScopeChannels = 4;  ///< instrument channels, numbered from 1
-inline constexpr int kAllChannels = 6;    ///< with the two math channels
-inline constexpr int kSampleDepth = 3000; ///< samples of a record; the driver interface fixes it
-inline constexpr int kSampleMargin = 72;  ///< spare positions behind a record, so that six blocks fill a row
-inline constexpr int kSampleRow = kSampleDepth + kSampleMargin; ///< 3072: a row of the block buffer
-inline constexpr int kSpectrumBins = 1025;                      ///< bins 0..1024
-inline constexpr float kStepsPerHalfScreen = 127.0F;            ///< ADC steps on either side of the centre
+// The driver interface fixes the first three; the driver room holds them against its header.
+inline constexpr int kSampleDepth = 3000;     ///< samples of a record
+inline constexpr int kSampleRow = 3072;       ///< a row of the block buffer, which six blocks fill
+inline constexpr int kSpectrumSamples = 2048; ///< of a record go into the transform
+inline constexpr int kSpectrumBins = kSpectrumSamples / 2 + 1; ///< from nothing to half the sample rate
+inline constexpr float kStepsPerHalfScreen = 127.0F;           ///< ADC steps on either side of the centre
 
 /// Values by channel 1..6 and position 0..positions()-1; the channel index runs fastest in memory.
 class ChannelTable {

@@ -1,6 +1,7 @@
 #include "frame/window/main_form_design.h"
 
 #include "controls/panel_design.h"
+#include "frame/record/channels.h"
 
 #include <QColor>
 

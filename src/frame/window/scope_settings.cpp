@@ -1,43 +1,63 @@
 #include "frame/window/scope_settings.h"
 
-#include "frame/settings/setting_names.h"
-#include "frame/settings/setting_text.h"
-#include "frame/settings/settings.h"
+#include "display/large_time_design.h"
+#include "frame/record/record.h"
+#include "frame/settings/settings_section.h"
+#include "frame/window/forms.h"
 
+#include <QWindow>
 #include <cmath>
 #include <utility>
 
 namespace {
 
 constexpr int kDefaultSkin = -1;
-constexpr int kMostSkins = 10000;          ///< an index beyond that was never one of a list
-constexpr double kFarthestEdge = 1e6;      ///< pixels; a place beyond that is a damaged text
-constexpr double kSmallestSize = 16;       ///< of a window that a person can still find
-constexpr double kLargestSize = 32767;     ///< of a window, for the window system
-constexpr double kFullScreenHeight = 0.95; ///< of the screen: what a first large time window takes
+constexpr int kMostSkins = 10000;      ///< an index beyond that was never one of a list
+constexpr double kFarthestEdge = 1e6;  ///< pixels; a place beyond that is a damaged text
+constexpr double kSmallestSize = 16;   ///< of a window that a person can still find
+constexpr double kLargestSize = 32767; ///< of a window, for the window system
 
 /// A default is turned into the nearest whole pixel like a saved value.
 int Pixels(double value, double least, double most, double fallback) {
     return static_cast<int>(std::lround(value >= least && value <= most ? value : fallback));
 }
 
+WindowPlace PlaceOf(Form& form) {
+    return {.place = [&form] { return form.geometry(); },
+            .put = [&form](const QRect& place) { form.setGeometry(place); }};
+}
+
+/// The main form's place is that of the face: the surface reaches further, to where the panels come out.
+WindowPlace PlaceOf(Surface& surface, const Form& face) {
+    return {.place = [&] { return QRect(QPoint(surface.Left(), surface.Top()), face.size()); },
+            .put = [&](const QRect& place) { surface.MoveTo(place.left(), place.top()); }};
+}
+
+/// A child surface of the panel's window keeps the place that it has there: another panel's would leave it
+/// anywhere. What is saved is where it stands if the panel does not move.
+WindowPlace PlaceBeside(Form& form, Surface& surface) {
+    return {.place = [&] { return form.geometry().translated(surface.pos()); }, .put = [](const QRect&) {}};
+}
+
+bool HeldByItsPanel(const Form& form) {
+    return form.windowHandle() != nullptr && form.windowHandle()->parent() != nullptr;
+}
+
 } // namespace
 
+ScopeSettings::Windows ScopeSettings::Windows::Of(Forms& forms) {
+    Form& stats = *forms.StatsForm;
+    return {.FFTForm = PlaceOf(*forms.FFTForm),
+            .StatsForm = HeldByItsPanel(stats) ? PlaceBeside(stats, *forms.surface) : PlaceOf(stats),
+            .FullScreenTimeForm = PlaceOf(*forms.FullScreenTimeForm),
+            .MainForm = PlaceOf(*forms.surface, *forms.MainForm)};
+}
+
 /// The main form's section, and how the place of a window is read from it and written to it.
-class ScopeSettings::Section {
+class ScopeSettings::Section : public SettingsSection {
   public:
     Section(SettingsStore& settings, const QString& suffix)
-        : settings_(settings), name_(ScopeSection(suffix)) {}
-
-    std::int32_t Integer(const QString& key, std::int32_t fallback) {
-        return settings_.GetInteger(SettingsApplication(), name_, key, fallback);
-    }
-    bool Boolean(const QString& key, bool fallback) {
-        return settings_.GetBoolean(SettingsApplication(), name_, key, fallback);
-    }
-    void Save(const QString& key, const QString& text) {
-        settings_.Save(SettingsApplication(), name_, key, text);
-    }
+        : SettingsSection(settings, ScopeSection(suffix)) {}
 
     /// The two edges of the window, the size as it is.
     QRect Edges(const QString& window, QRect place) {
@@ -53,26 +73,23 @@ class ScopeSettings::Section {
         return place;
     }
     void SaveEdges(const QString& window, const QRect& place) {
-        Save(window + QStringLiteral("Left"), QString::number(place.left()));
-        Save(window + QStringLiteral("Top"), QString::number(place.top()));
+        SaveInteger(window + QStringLiteral("Left"), place.left());
+        SaveInteger(window + QStringLiteral("Top"), place.top());
     }
     void SaveSize(const QString& window, const QRect& place) {
-        Save(window + QStringLiteral("Height"), QString::number(place.height()));
-        Save(window + QStringLiteral("Width"), QString::number(place.width()));
+        SaveInteger(window + QStringLiteral("Height"), place.height());
+        SaveInteger(window + QStringLiteral("Width"), place.width());
     }
 
   private:
     int Edge(const QString& key, double fallback) {
-        const double value = settings_.GetReal(SettingsApplication(), name_, key, fallback);
+        const double value = Real(key, fallback);
         return Pixels(value, -kFarthestEdge, kFarthestEdge, fallback);
     }
     int Size(const QString& key, double fallback) {
-        const double value = settings_.GetReal(SettingsApplication(), name_, key, fallback);
+        const double value = Real(key, fallback);
         return Pixels(value, kSmallestSize, kLargestSize, fallback);
     }
-
-    SettingsStore& settings_;
-    QString name_;
 };
 
 ScopeSettings::ScopeSettings(Record& record, SettingsStore& settings, Windows windows, Calls calls)
@@ -98,7 +115,7 @@ void ScopeSettings::RestoreScopeSettings() {
     }
     putOnScreen(windows_.FullScreenTimeForm,
                 section.Place(QStringLiteral("FullScreenTimeWindow"), windows_.FullScreenTimeForm.place(),
-                              QSizeF(screens.primary.width(), kFullScreenHeight * screens.primary.height())));
+                              QSizeF(screens.primary.width(), kLargeTimeHeight * screens.primary.height())));
 
     RestoreSampleDots(section);
     RestoreFullScreenOn(section);
@@ -125,9 +142,9 @@ void ScopeSettings::RestoreFullScreenOn(Section& section) {
 
 void ScopeSettings::SaveScopeSettings() {
     Section section(settings_, record_.SettingsSuffix);
-    section.Save(QStringLiteral("SkinColour"), QString::number(calls_.SkinIndex()));
+    section.SaveInteger(QStringLiteral("SkinColour"), calls_.SkinIndex());
     calls_.SaveAcquisition();
-    section.Save(QStringLiteral("SampleDots"), BooleanText(record_.SampleDots));
+    section.SaveBoolean(QStringLiteral("SampleDots"), record_.SampleDots);
     const QRect fft = windows_.FFTForm.place();
     section.SaveEdges(QStringLiteral("FFTWindow"), fft);
     section.SaveSize(QStringLiteral("FFTWindow"), fft);
@@ -136,7 +153,7 @@ void ScopeSettings::SaveScopeSettings() {
     const QRect time = windows_.FullScreenTimeForm.place();
     section.SaveEdges(QStringLiteral("FullScreenTimeWindow"), time);
     section.SaveSize(QStringLiteral("FullScreenTimeWindow"), time);
-    section.Save(QStringLiteral("FullScreenTimeWindowOn"), BooleanText(calls_.FullScreenOn()));
+    section.SaveBoolean(QStringLiteral("FullScreenTimeWindowOn"), calls_.FullScreenOn());
     section.SaveSize(QStringLiteral("StatsWindow"), stats);
     section.SaveEdges(QStringLiteral("MainWindow"), windows_.MainForm.place());
 }

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "frame/record/record.h"
 #include "frame/window/window_place.h"
 
 #include <functional>
 
+struct Record;
 class SettingsStore;
+struct Forms;
 
 /// What the main form keeps from one run to the next: the skin, the places of the windows, the two
 /// switches of the picture, and, through the acquisition's own part, timebase and trigger.
@@ -16,6 +17,8 @@ class ScopeSettings {
         WindowPlace StatsForm;
         WindowPlace FullScreenTimeForm;
         WindowPlace MainForm;
+
+        static Windows Of(Forms& forms);
     };
     struct Calls {
         std::function<ScreenPlaces()> Screens;

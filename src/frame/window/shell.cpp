@@ -1,16 +1,13 @@
 #include "frame/window/shell.h"
 
 #include "controls/button_control.h"
+#include "controls/colour.h"
 #include "controls/picture.h"
 #include "frame/helpers/helpers.h"
+#include "frame/record/record.h"
 #include "skin/tab_panels.h"
 
 #include <utility>
-
-namespace {
-constexpr Colour kOn = 0x00FF00;
-constexpr Colour kOff = 0x808080;
-} // namespace
 
 Shell::Shell(Record& record, Forms& forms, TabPanels& panels, Calls calls)
     : record_(record), forms_(forms), panels_(panels), calls_(std::move(calls)) {}
@@ -31,8 +28,8 @@ void Shell::Connect() {
     connect(forms_.surface.get(), &Surface::Activated, this, &Shell::Form_Activate);
     connect(forms_.surface.get(), &Surface::Minimised, this, &Shell::Minimised);
     connect(forms_.MainForm, &Form::Resized, this, [this] { forms_.FullScreenTimeForm->lower(); });
-    for (Form* window : {forms_.StatsForm.get(), forms_.FFTForm.get(), forms_.FullScreenTimeForm.get(),
-                         forms_.OffsetNullForm.get()}) {
+    for (Form* window :
+         {forms_.StatsForm, forms_.FFTForm.get(), forms_.FullScreenTimeForm.get(), forms_.OffsetNullForm}) {
         window->installEventFilter(this);
     }
     connect(main.timer("IDTimer"), &QTimer::timeout, this, &Shell::IDTimer_Timer);
@@ -66,7 +63,7 @@ bool Shell::eventFilter(QObject* watched, QEvent* event) {
 void Shell::AskedToClose(const QObject* window) {
     if (window == forms_.FullScreenTimeForm.get()) {
         FullScreenButton_Click();
-    } else if (window == forms_.OffsetNullForm.get()) {
+    } else if (window == forms_.OffsetNullForm) {
         emit forms_.OffsetNullForm->control<ButtonControl1>("DoneNullButton")->Click();
     }
 }
@@ -104,8 +101,8 @@ void Shell::FullScreenButton_Click() {
 
 void Shell::SampleDotsButton_Click() {
     record_.SampleDots = !record_.SampleDots;
-    SetButtonFill(forms_.MainForm->control<ButtonControl1>("SampleDotsButton"), record_.SampleDots, kOn,
-                  kOff);
+    SetButtonFill(forms_.MainForm->control<ButtonControl1>("SampleDotsButton"), record_.SampleDots, kSwitchOn,
+                  kSwitchOff);
     calls_.PlotNow();
     SetDefaultLayering();
 }

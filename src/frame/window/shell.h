@@ -5,6 +5,7 @@
 #include <QObject>
 #include <functional>
 
+struct Record;
 class TabPanels;
 
 /// The main window beyond the instrument: stacking, its window buttons, the satellites that follow it, the

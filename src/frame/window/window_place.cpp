@@ -1,5 +1,7 @@
 #include "frame/window/window_place.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <algorithm>
 
 namespace {
@@ -25,6 +27,15 @@ int Inside(int edge, int size, int start, int room) {
 }
 
 } // namespace
+
+ScreenPlaces PresentScreens() {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    ScreenPlaces places{.all = {}, .primary = primary->geometry(), .available = primary->availableGeometry()};
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        places.all.push_back(screen->geometry());
+    }
+    return places;
+}
 
 QPoint BroughtOnScreen(const QRect& window, QSize screen) {
     const auto edge = [](int at, int size, int room) { return at < 0 || at > room - size ? 0 : at; };

@@ -19,6 +19,8 @@ struct ScreenPlaces {
     QRect available; ///< the part of the primary that panels of the desktop leave
 };
 
+ScreenPlaces PresentScreens();
+
 /// A saved place may be one of another screen: a left or a top edge from which the window would leave this
 /// one becomes 0.
 QPoint BroughtOnScreen(const QRect& window, QSize screen);

@@ -1,4 +1,5 @@
 #include "frame/discovery/command_line.h"
+#include "frame/record/record.h"
 
 #include <gtest/gtest.h>
 #include <vector>

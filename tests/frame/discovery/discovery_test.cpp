@@ -2,6 +2,7 @@
 #include "frame/discovery/discovery.h"
 #include "frame/discovery/messages.h"
 #include "frame/discovery/stack_test.h"
+#include "frame/record/record.h"
 #include "support/scripted_driver.h"
 
 #include <gmock/gmock.h>

@@ -2,6 +2,7 @@
 
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
+#include "frame/record/record.h"
 #include "frame/session/session_end.h"
 #include "support/patience.h"
 
@@ -54,9 +55,9 @@ class CloseTest : public InstrumentTest {
     std::vector<const QTimer*> RunningTimers() const {
         std::vector<const QTimer*> running;
         const Forms& forms = instrument->forms;
-        for (const QWidget* window : std::initializer_list<const QWidget*>{
-                 forms.surface.get(), forms.StatsForm.get(), forms.OffsetNullForm.get(), forms.FFTForm.get(),
-                 forms.FullScreenTimeForm.get()}) {
+        for (const QWidget* window :
+             std::initializer_list<const QWidget*>{forms.surface.get(), forms.StatsForm, forms.OffsetNullForm,
+                                                   forms.FFTForm.get(), forms.FullScreenTimeForm.get()}) {
             if (window == nullptr) {
                 continue;
             }
@@ -95,7 +96,7 @@ class CloseTest : public InstrumentTest {
         const Forms& forms = instrument->forms;
         for (const QWidget* window :
              std::initializer_list<const QWidget*>{forms.surface.get(), forms.SplashForm.get(),
-                                                   forms.StatsForm.get(), forms.FullScreenTimeForm.get()}) {
+                                                   forms.StatsForm, forms.FullScreenTimeForm.get()}) {
             EXPECT_TRUE(window == nullptr || !window->isVisible());
         }
     }

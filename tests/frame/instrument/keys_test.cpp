@@ -230,4 +230,5 @@ TEST_F(KeysTest, AControlHiddenByItsPropertyIsNoStop) {
     EXPECT_EQ(again.count(main->control<QWidget>("TimeBaseKnob")), 1U);
 }
 
+#include "frame/record/record.h"
 #include "keys_test.moc"

@@ -2,6 +2,7 @@
 #include "driver/library_backend.h"
 #include "frame/instrument/instrument.h"
 #include "frame/instrument/shut_down.h"
+#include "frame/record/record.h"
 #include "frame/session/start_up.h"
 #include "support/patience.h"
 

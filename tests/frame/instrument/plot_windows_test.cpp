@@ -3,6 +3,7 @@
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "display/plot_canvas.h"
+#include "frame/record/record.h"
 
 #include <QCheckBox>
 #include <QClipboard>

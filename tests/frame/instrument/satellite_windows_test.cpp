@@ -3,6 +3,7 @@
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
+#include "frame/record/record.h"
 
 using testing::IsEmpty;
 

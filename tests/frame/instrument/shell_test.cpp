@@ -3,6 +3,7 @@
 #include "controls/button_control.h"
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
+#include "frame/record/record.h"
 #include "frame/window/shell.h"
 #include "skin/tab_panels.h"
 
@@ -44,7 +45,7 @@ class ShellTest : public InstrumentTest {
                              [this](int channel) { calls.push_back("IDButton " + std::to_string(channel)); },
                          .OpenDocument =
                              [this](const QString& file) { calls.push_back("Open " + file.toStdString()); }});
-        restacked.Watch(instrument->forms.StatsForm.get(), "stats");
+        restacked.Watch(instrument->forms.StatsForm, "stats");
         restacked.Watch(instrument->forms.FFTForm.get(), "spectrum");
         restacked.Watch(instrument->forms.FullScreenTimeForm.get(), "large time");
         script().Clear();

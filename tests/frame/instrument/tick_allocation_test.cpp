@@ -1,5 +1,6 @@
 #include "driver/builtin_backend.h"
 #include "frame/instrument/instrument.h"
+#include "frame/record/record.h"
 #include "frame/session/start_up.h"
 #include "support/counted_new.h"
 

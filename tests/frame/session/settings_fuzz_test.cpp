@@ -2,6 +2,7 @@
 
 #include "controls/knob_control.h"
 #include "controls/slider_control.h"
+#include "frame/record/record.h"
 #include "frame/settings/setting_names.h"
 #include "support/mutation.h"
 
@@ -72,7 +73,7 @@ class DamagedSettings : public InstrumentTest, public testing::WithParamInterfac
         for (const int slot : {1, 2, 3, 4, +kMathTab, +kDataTab, +kCursTab, +kHorzTab}) {
             ExpectInside(instrument->forms.TabForm[slot]);
         }
-        for (const Form* form : {instrument->forms.FFTForm.get(), instrument->forms.StatsForm.get(),
+        for (const Form* form : {instrument->forms.FFTForm.get(), instrument->forms.StatsForm,
                                  instrument->forms.FullScreenTimeForm.get()}) {
             EXPECT_TRUE(form->x() >= 0 && form->x() < screen.width()) << form->x();
             EXPECT_TRUE(form->y() >= 0 && form->y() < screen.height()) << form->y();
@@ -87,7 +88,7 @@ class DamagedSettings : public InstrumentTest, public testing::WithParamInterfac
                 EXPECT_LE(std::fabs(record->OffsetNull(channel, range)), kLargestNull);
             }
         }
-        for (int cursor = 0; cursor < Record::kCursors; ++cursor) {
+        for (int cursor = 0; cursor < kCursors; ++cursor) {
             EXPECT_TRUE(std::isfinite(record->VertCursorTime[cursor]));
             EXPECT_TRUE(std::isfinite(record->HorizCursorVolts[cursor]));
         }

@@ -4,6 +4,7 @@
 #include "controls/colour.h"
 #include "controls/knob_control.h"
 #include "controls/picture.h"
+#include "frame/record/record.h"
 #include "skin/skin_selection.h"
 #include "skin/surface.h"
 

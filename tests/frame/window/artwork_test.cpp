@@ -65,7 +65,7 @@ TEST(Skins, ThereAreFourOfTheSizeOfTheFace) {
 
 TEST(Skins, TheOutsideHasTheKeyColourAndTheShouldersAreRound) {
     for (const auto& [file, skin] : Skins()) {
-        const QColor key = ToQColor(kShapeKey);
+        const QColor key = ToQColor(kSkinKey);
         const int right = skin.width() - 1;
         const int bottom = skin.height() - 1;
         for (const QPoint corner :
@@ -146,7 +146,7 @@ TEST(Skins, ThumbsStandOutFromTheirModule) {
 
 TEST(Panels, OnlyTheFaceItsRailsAndItsOwnHeaderBelongToTheOutline) {
     using Geometry = PanelGeometry;
-    const QColor key = ToQColor(kShapeKey);
+    const QColor key = ToQColor(kSkinKey);
     int row = 0;
     for (const FormDesign& panel : AllPanels()) {
         const QImage shape = PanelShapePicture(panel);
@@ -186,7 +186,7 @@ TEST(Panels, TheArtRunsOnBeyondTheOutline) {
     // Where a coarse mask shows a little more than the fine art, nothing of the key may show.
     const FormDesign panel = AllPanels().front();
     const QImage fine = RenderDrawing(PanelDrawing(panel), panel.size, 2).toImage();
-    const QRgb key = ToQColor(kShapeKey).rgb();
+    const QRgb key = ToQColor(kSkinKey).rgb();
     for (int y = 0; y < fine.height(); ++y) {
         for (int x = 0; x < fine.width(); ++x) {
             ASSERT_NE(fine.pixel(x, y), key) << x << "," << y;

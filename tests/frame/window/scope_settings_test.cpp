@@ -1,5 +1,6 @@
 #include "frame/window/scope_settings.h"
 
+#include "frame/record/record.h"
 #include "frame/settings/settings.h"
 
 #include <QStringList>
