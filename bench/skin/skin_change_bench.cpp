@@ -50,9 +50,9 @@ class Scene {
                              .BringMainToFront = [this] { surface.BringFaceToFront(); },
                              .BringPanelUp = [this](QWidget& panel) { surface.BringPanelUp(panel); },
                              .SendPanelToBack = [this](QWidget& panel) { surface.SendPanelToBack(panel); }});
-        skins = std::make_unique<SkinSelection>(record, log_, SkinControls::Of(*face_),
-                                                QStringLiteral(APPLICATION_FOLDER), dib_, mainRegion_,
-                                                SkinSelection::Calls{.doEvents = {}, .sleep = [](int) {}});
+        skins = std::make_unique<SkinSelection>(
+            record, log_, SkinControls::Of(*face_), QStringLiteral(APPLICATION_FOLDER), dib_, mainRegion_,
+            SkinSelection::Calls{.doEvents = {}, .sleep = [](int) {}, .closing = {}});
         skins->ListSkins();
         for (Form* panel : panels) {
             regions_.push_back(std::make_unique<cDIBSectionRegion>(log_));
