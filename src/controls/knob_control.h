@@ -20,7 +20,7 @@ class QTimer;
 /// The rotary knob. A put of a property lays the control out, which ends in `Change` and `Done`; so does a
 /// resize and the show. The handlers of all three events may put properties and may delete the knob, but not
 /// in the events of a resize or a show: the toolkit is not done with a widget then.
-class KnobControl1 : public QWidget, private KnobEvents {
+class KnobControl1 : public QWidget, private KnobHost {
     Q_OBJECT
     Q_PROPERTY(int KnobValue READ KnobValue WRITE SetKnobValue)
     Q_PROPERTY(int KnobBand1Start READ KnobBand1Start WRITE SetKnobBand1Start)

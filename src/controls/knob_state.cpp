@@ -128,13 +128,13 @@ bool KnobState::MouseMove(int button, int shift, QPointF at) {
     }
     Dragging_ = shift != kFirstMotion; // the first motion after a press only jumps
     if (design_.KnobTimeout > 0) {
-        events_.EnableTimeout();
+        host_.EnableTimeout();
     }
     return true;
 }
 
 bool KnobState::MouseRelease() {
-    events_.DisableTimeout();
+    host_.DisableTimeout();
     released_ = true;
     LastAngle_ = 0;
     stuck_ = {};
@@ -150,7 +150,7 @@ bool KnobState::MouseRelease() {
 }
 
 bool KnobState::Timeout() {
-    events_.DisableTimeout();
+    host_.DisableTimeout();
     return RunChangePath();
 }
 
@@ -161,7 +161,7 @@ void KnobState::Synchronise() {
         // The pointer follows the scroller: it turns the same way on an anticlockwise knob.
         Position_ = static_cast<float>((scroller_ - static_cast<double>(design_.KnobMin)) / range);
     }
-    events_.PlacePointer();
+    host_.PlacePointer();
 }
 
 bool KnobState::RunChangePath() {
@@ -180,13 +180,13 @@ bool KnobState::RefreshValue() {
         KnobXlatedValue_ = ShortestText(Value_);
         QString text = KnobXlatedValue_; // a copy: the handler may delete what is ours
         InXlate_ = true;
-        if (!events_.RaiseXlateValue(Value_, text)) {
+        if (!host_.RaiseXlateValue(Value_, text)) {
             return false;
         }
         InXlate_ = false;
         KnobXlatedValue_ = text;
     }
-    events_.ShowText();
+    host_.ShowText();
     return true;
 }
 
@@ -195,7 +195,7 @@ bool KnobState::RaiseChange() {
         return true;
     }
     raisingChange_ = true;
-    if (!events_.RaiseChange()) {
+    if (!host_.RaiseChange()) {
         return false;
     }
     raisingChange_ = false;
@@ -210,7 +210,7 @@ bool KnobState::RaiseDone() {
     raisingDone_ = true;
     do {
         doneOwed_ = false;
-        if (!events_.RaiseDone()) {
+        if (!host_.RaiseDone()) {
             return false;
         }
     } while (doneOwed_); // a release that a handler's own events brought has a Done of its own

@@ -9,7 +9,7 @@
 /// What a knob's state asks of the control that shows it. The functions that return a bool raise events to
 /// the owner, whose handler may delete the control: false says that it did and nothing may be touched any
 /// more.
-class KnobEvents {
+class KnobHost {
   public:
     virtual void PlacePointer() = 0;
     virtual void ShowText() = 0;
@@ -20,7 +20,7 @@ class KnobEvents {
     virtual void DisableTimeout() = 0;
 
   protected:
-    ~KnobEvents() = default;
+    ~KnobHost() = default;
 };
 
 /// The value, pointer and mouse of a knob, free of widgets. The store of the value is the scroller, a 16-bit
@@ -28,7 +28,7 @@ class KnobEvents {
 class KnobState {
   public:
     /// Both must outlive the state; the design may change at any time.
-    KnobState(const KnobDesign& design, KnobEvents& events) : design_(design), events_(events) {}
+    KnobState(const KnobDesign& design, KnobHost& host) : design_(design), host_(host) {}
     KnobState(const KnobState&) = delete;
     KnobState& operator=(const KnobState&) = delete;
 
@@ -90,7 +90,7 @@ class KnobState {
     bool RaiseDone();
 
     const KnobDesign& design_;
-    KnobEvents& events_;
+    KnobHost& host_;
     QPointF centre_;
     int scroller_ = 0;
     int largeChange_ = 1;

@@ -14,7 +14,7 @@ inline constexpr int kRight = 0;
 
 /// Writes down what the state asks for, in order. A hook may act as the owner's handler; one that returns
 /// false has deleted the control.
-class Recorder : public KnobEvents {
+class Recorder : public KnobHost {
   public:
     using Log = std::vector<std::string>;
     using Hook = std::function<bool()>;
