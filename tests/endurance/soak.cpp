@@ -9,13 +9,13 @@
 #include "frame/instrument/instrument.h"
 #include "frame/record/record.h"
 #include "frame/session/start_up.h"
+#include "support/live_environment.h"
 #include "support/open_everything.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
@@ -132,12 +132,7 @@ int main(int argc, char** argv) {
     ApplyFaceStyle(application);
 
     const QTemporaryDir settings;
-    Environment environment;
-    environment.applicationFolder = QApplication::applicationDirPath();
-    environment.settingsFolder = settings.path();
-    environment.show = [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); };
-    environment.sleep = [](int milliseconds) { QThread::msleep(static_cast<unsigned long>(milliseconds)); };
-    environment.yield = [] { QApplication::processEvents(); };
+    Environment environment = LiveEnvironment(settings.path());
     Driver driver(ChooseDriver(NamedDriver(), environment.applicationFolder).backend);
     Record record;
     Instrument instrument(record, driver, std::move(environment));

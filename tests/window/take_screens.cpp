@@ -10,6 +10,7 @@
 #include "frame/instrument/shut_down.h"
 #include "frame/record/record.h"
 #include "frame/session/start_up.h"
+#include "support/live_environment.h"
 #include "support/open_everything.h"
 
 #include <QApplication>
@@ -20,7 +21,6 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QtTest/qtestsystem.h>
 #include <cstdio>
 
@@ -50,16 +50,6 @@ class Photographer {
   private:
     QString prefix_;
 };
-
-Environment EnvironmentIn(const QString& settingsFolder) {
-    Environment environment;
-    environment.applicationFolder = QApplication::applicationDirPath();
-    environment.settingsFolder = settingsFolder;
-    environment.show = [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); };
-    environment.sleep = [](int ms) { QThread::msleep(static_cast<unsigned long>(ms)); };
-    environment.yield = [] { QApplication::processEvents(); };
-    return environment;
-}
 
 void TakePanels(Instrument& instrument, const Photographer& photographer) {
     const Forms& forms = instrument.forms;
@@ -121,7 +111,7 @@ int main(int argc, char** argv) {
     const QTemporaryDir settings;
     const Photographer photographer(arguments[1] + '/' + arguments[2]);
 
-    Environment environment = EnvironmentIn(settings.path());
+    Environment environment = LiveEnvironment(settings.path());
     Driver driver(ChooseDriver(NamedDriver(), environment.applicationFolder).backend);
     Record record;
     Instrument instrument(record, driver, std::move(environment));

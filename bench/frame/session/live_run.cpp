@@ -11,6 +11,7 @@
 #include "frame/instrument/instrument.h"
 #include "frame/record/record.h"
 #include "frame/session/start_up.h"
+#include "support/live_environment.h"
 #include "support/open_everything.h"
 
 #include <QApplication>
@@ -19,7 +20,6 @@
 #include <QFile>
 #include <QMouseEvent>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QTimer>
 #include <algorithm>
 #include <cmath>
@@ -162,12 +162,7 @@ int main(int argc, char** argv) {
     ApplyFaceStyle(application);
 
     const QTemporaryDir settings;
-    Environment environment;
-    environment.applicationFolder = QApplication::applicationDirPath();
-    environment.settingsFolder = settings.path();
-    environment.show = [](const QString& text) { std::fprintf(stderr, "%s\n", qPrintable(text)); };
-    environment.sleep = [](int milliseconds) { QThread::msleep(static_cast<unsigned long>(milliseconds)); };
-    environment.yield = [] { QApplication::processEvents(); };
+    Environment environment = LiveEnvironment(settings.path());
     Driver driver(ChooseDriver(NamedDriver(), environment.applicationFolder).backend);
     Record record;
     FirstPaint firstPaint(record);
