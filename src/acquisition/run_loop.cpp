@@ -22,6 +22,7 @@ constexpr int kRollPolls = 1001; ///< until a roll acquisition must have begun
 RunLoop::Controls RunLoop::Controls::Of(const Form& main, const Form& about, const ChannelForms& channels) {
     Controls controls{.RunTimer = main.timer("RunTimer"),
                       .AutoTriggerTimer = main.timer("AutoTriggerTimer"),
+                      .CursTimer = main.timer("CursTimer"),
                       .RunButton = main.control<ButtonControl1>("RunButton"),
                       .OnceButton = main.control<ButtonControl1>("OnceButton"),
                       .TriggerStatusLabel = main.control<QLabel>("TriggerStatusLabel"),
@@ -38,7 +39,10 @@ RunLoop::RunLoop(Record& record, Driver& driver, AcquisitionState& state, const 
     : record_(record), driver_(driver), state_(state), controls_(controls), scales_(scales),
       calls_(std::move(calls)), waiting_(std::move(waiting)), status_(controls.TriggerStatusLabel),
       BlockBuffer(static_cast<std::size_t>(kScopeChannels) * kSampleRow), ChannelBuffer(kSampleRow + 1),
-      DemoBuffer(kSampleDepth) {}
+      DemoBuffer(kSampleDepth) {
+    statsSoon_.setSingleShot(true);
+    statsSoon_.setInterval(0); // when all else is done, the painting of the plot too
+}
 
 void RunLoop::Load() {
     state_.PassCount = 0;
@@ -55,6 +59,16 @@ void RunLoop::Load() {
 void RunLoop::Connect() {
     connect(controls_.RunTimer, &QTimer::timeout, this, &RunLoop::RunTimer_Timer);
     connect(controls_.AutoTriggerTimer, &QTimer::timeout, this, &RunLoop::AutoTriggerTimer_Timer);
+    connect(controls_.CursTimer, &QTimer::timeout, this, [this] {
+        if (statsWait_) {
+            statsSoon_.start();
+        }
+    });
+    connect(&statsSoon_, &QTimer::timeout, this, [this] {
+        if (statsWait_) {
+            RefreshStats();
+        }
+    });
     connect(controls_.RunButton, &ButtonControl1::Click, this, &RunLoop::RunButton_Click);
     connect(controls_.RunButton, &ButtonControl1::Init, this, [this] { record_.Running = false; });
     connect(controls_.OnceButton, &ButtonControl1::Click, this, &RunLoop::OnceButton_Click);
@@ -226,7 +240,7 @@ void RunLoop::ShowWaiting() {
 
 void RunLoop::AutoTriggerTimer_Timer() {
     controls_.UpdateRateLabel->setText(QString::number(state_.PlotCount * 4));
-    calls_.UpdateStats();
+    RefreshStats();
     state_.PlotCount = 0;
     if (record_.TrigMode == kNormMode || record_.RISMode || record_.DemoMode) {
         state_.WaitTicks = 0;
@@ -236,6 +250,16 @@ void RunLoop::AutoTriggerTimer_Timer() {
         // stands.
         state_.WaitTicks = std::min(state_.WaitTicks, kReleaseTicks) + 1;
         state_.AutoTicks = std::min(state_.AutoTicks, kProbeTicks - 1) + 1;
+    }
+}
+
+/// The figures take longer than a plot. They wait for the one that a drag asked for, to the next tick at the
+/// latest.
+void RunLoop::RefreshStats() {
+    const bool wait = controls_.CursTimer->isActive() && !statsWait_;
+    statsWait_ = wait;
+    if (!wait) {
+        calls_.UpdateStats();
     }
 }
 

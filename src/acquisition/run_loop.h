@@ -11,13 +11,13 @@
 #include "frame/record/colour.h"
 
 #include <QObject>
+#include <QTimer>
 #include <array>
 #include <functional>
 #include <vector>
 
 class ButtonControl1;
 class KnobControl1;
-class QTimer;
 struct Record;
 
 /// The polled acquisition: each tick of RunTimer asks the master module whether it is busy; if not, starts
@@ -28,6 +28,7 @@ class RunLoop : public QObject {
     struct Controls {
         QTimer* RunTimer;
         QTimer* AutoTriggerTimer;
+        QTimer* CursTimer; ///< runs while a plot is owed to a hand that drags a cursor
         ButtonControl1* RunButton;
         ButtonControl1* OnceButton;
         QLabel* TriggerStatusLabel;
@@ -73,6 +74,7 @@ class RunLoop : public QObject {
     void ReadRIS();
     void Plot();
     void ShowWaiting();
+    void RefreshStats();
     void ReadRoll();
     void BecomeStopped();
     void BecomeRunning();
@@ -90,6 +92,8 @@ class RunLoop : public QObject {
     Calls calls_;
     Waiting waiting_;
     TriggerStatus status_;
+    bool statsWait_ = false; ///< the figures are due and let a dragged cursor's plot go first
+    QTimer statsSoon_;
     int stops_ = 0; ///< stops so far; a tick that sees the count change in its yield ends
 
     std::vector<float> BlockBuffer;

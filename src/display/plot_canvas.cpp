@@ -26,6 +26,15 @@ QSize RasterSize(const QWidget& widget) {
             static_cast<int>(std::ceil(widget.height() * ratio))};
 }
 
+/// Whether it is another value than it was.
+template <class T> bool Put(T& field, const T& value) {
+    const bool changed = field != value;
+    if (changed) {
+        field = value;
+    }
+    return changed;
+}
+
 void Paint(QWidget* widget, QPalette::ColorRole role, Colour colour) {
     QPalette palette = widget->palette();
     palette.setColor(role, ToQColor(colour));
@@ -47,13 +56,7 @@ PlotCanvas::PlotCanvas(QWidget* parent) : QWidget(parent), raster_(1, 1), Trigge
     TriggerLine_->resize(0, 1);
     TriggerLine_->hide();
     for (int channel = 1; channel <= kAllChannels; ++channel) {
-        auto* label = new QLabel(QString(QLatin1Char(kLabelLetters[channel - 1])), this);
-        label->setTextFormat(Qt::PlainText);
-        label->setObjectName(ControlName("ChGroundLabel", channel));
-        label->setAttribute(Qt::WA_TransparentForMouseEvents);
-        label->hide();
-        ChGroundLabel[channel] = label;
-        labelColour_[channel] = kNoColour;
+        labels_[channel].caption = QLatin1Char(kLabelLetters[channel - 1]);
     }
     FitLabels();
     FitRaster();
@@ -64,7 +67,7 @@ void PlotCanvas::FitRaster() {
     if (size.width() != raster_.width() || size.height() != raster_.height() ||
         devicePixelRatioF() != raster_.PixelRatio()) {
         raster_.Resize(size.width(), size.height(), devicePixelRatioF());
-        update();
+        ForgetInk();
         emit Resized();
     }
 }
@@ -73,9 +76,16 @@ void PlotCanvas::FitRaster() {
 void PlotCanvas::FitLabels() {
     raster_.SetFont(font());
     const QFontMetrics metrics(font());
-    for (QLabel* label : ChGroundLabel) {
-        label->resize(metrics.maxWidth(), metrics.height());
+    labelSize_ = {metrics.maxWidth(), metrics.height()};
+    labelAscent_ = metrics.ascent();
+    ForgetInk();
+}
+
+void PlotCanvas::ForgetInk() {
+    for (GroundLabel& label : labels_) {
+        label.ink = {};
     }
+    update();
 }
 
 void PlotCanvas::resizeEvent(QResizeEvent*) {
@@ -113,6 +123,33 @@ void PlotCanvas::paintEvent(QPaintEvent* event) {
                               static_cast<int>(std::ceil((exposed.bottom() + 1) * ratio))));
     const QRect part = device & raster_.Image().rect();
     painter.drawImage(part.topLeft(), raster_.Image(), part);
+    painter.resetTransform();
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    PaintLabels(painter);
+}
+
+/// A label keeps its picture: to lay out a text takes longer than all else in a paint.
+void PlotCanvas::PaintLabels(QPainter& painter) {
+    for (GroundLabel& label : labels_) {
+        if (label.visible) {
+            if (label.ink.isNull()) {
+                label.ink = InkOf(label);
+            }
+            painter.drawImage(label.place, label.ink);
+        }
+    }
+}
+
+QImage PlotCanvas::InkOf(const GroundLabel& label) const {
+    const double ratio = raster_.PixelRatio();
+    QImage ink((QSizeF(labelSize_) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    ink.setDevicePixelRatio(ratio);
+    ink.fill(Qt::transparent);
+    QPainter painter(&ink);
+    painter.setFont(font());
+    painter.setPen(ToQColor(label.colour));
+    painter.drawText(QPointF(0, labelAscent_), label.caption);
+    return ink;
 }
 
 QPointF PlotCanvas::ToUser(QPointF position) const {
@@ -140,36 +177,59 @@ void PlotCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
     emit DoubleClicked(user.x(), user.y());
 }
 
+/// Where the label was and where it is are painted anew, if anything changed.
+template <class Change> void PlotCanvas::ChangeLabel(int channel, Change change) {
+    const GroundLabel& label = labels_[channel];
+    const bool wasVisible = label.visible;
+    const QRect before = LabelRect(channel);
+    if (!change(labels_[channel])) {
+        return;
+    }
+    if (wasVisible) {
+        update(before);
+    }
+    if (label.visible) {
+        update(LabelRect(channel));
+    }
+}
+
 void PlotCanvas::GroundLabelLeft(int channel, double x) {
-    QLabel* label = ChGroundLabel[channel];
-    label->move(Place(FromUser({x, 0}).x()), label->y());
+    const int left = Place(FromUser({x, 0}).x());
+    ChangeLabel(channel, [left](GroundLabel& label) { return Put(label.place.rx(), left); });
 }
 
 void PlotCanvas::GroundLabelTop(int channel, double y) {
-    QLabel* label = ChGroundLabel[channel];
-    label->move(label->x(), Place(FromUser({0, y}).y()));
+    const int top = Place(FromUser({0, y}).y());
+    ChangeLabel(channel, [top](GroundLabel& label) { return Put(label.place.ry(), top); });
 }
 
 void PlotCanvas::GroundLabelVisible(int channel, bool visible) {
-    ChGroundLabel[channel]->setVisible(visible);
+    ChangeLabel(channel, [visible](GroundLabel& label) { return Put(label.visible, visible); });
 }
 
 void PlotCanvas::GroundLabelCaption(int channel, QStringView caption) {
-    QLabel* label = ChGroundLabel[channel];
-    if (label->text() != caption) {
-        label->setText(caption.toString());
-    }
+    ChangeLabel(channel, [caption](GroundLabel& label) {
+        const bool changed = label.caption != caption;
+        if (changed) {
+            label.caption = caption.toString();
+            label.ink = {};
+        }
+        return changed;
+    });
 }
 
-double PlotCanvas::GroundLabelHeight(int channel) const {
-    return ChGroundLabel[channel]->height() * raster_.PixelRatio() / std::abs(raster_.Map().PixelsPerUnitY());
+double PlotCanvas::GroundLabelHeight(int /*channel*/) const {
+    return labelSize_.height() * raster_.PixelRatio() / std::abs(raster_.Map().PixelsPerUnitY());
 }
 
 void PlotCanvas::GroundLabelColour(int channel, Colour colour) {
-    if (labelColour_[channel] != colour) {
-        labelColour_[channel] = colour;
-        Paint(ChGroundLabel[channel], QPalette::WindowText, colour);
-    }
+    ChangeLabel(channel, [colour](GroundLabel& label) {
+        const bool changed = Put(label.colour, colour);
+        if (changed) {
+            label.ink = {};
+        }
+        return changed;
+    });
 }
 
 void PlotCanvas::TriggerLine(double x1, double y1, double x2, double y2) {

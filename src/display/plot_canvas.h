@@ -4,8 +4,17 @@
 #include "display/raster_canvas.h"
 
 #include <QFrame>
-#include <QLabel>
+#include <QImage>
 #include <QWidget>
+
+/// A letter over the picture of a plot. No widget: up to six of them would double what a paint costs.
+struct GroundLabel {
+    bool visible = false;
+    QPoint place; ///< top left corner in the canvas
+    QString caption;
+    Colour colour = kNoColour;
+    QImage ink; ///< as it is painted; null until it is
+};
 
 /// The widget of a plot: it owns a raster in device pixels and shows it, with the ground labels
 /// ChGroundLabel(1..6) and the line TriggerLine above it, which only a time display moves.
@@ -27,6 +36,9 @@ class PlotCanvas : public QWidget, public PlotCompanions {
     /// A position of the widget in the user scale of the last plot, and back.
     QPointF ToUser(QPointF position) const;
     QPointF FromUser(QPointF position) const;
+
+    const GroundLabel& ChGroundLabel(int channel) const { return labels_[channel]; }
+    QSize LabelSize() const { return labelSize_; } ///< the same for each
 
     void GroundLabelLeft(int channel, double x) override;
     void GroundLabelVisible(int channel, bool visible) override;
@@ -55,12 +67,17 @@ class PlotCanvas : public QWidget, public PlotCompanions {
   private:
     void FitRaster();
     void FitLabels();
-    static void MoveTo(QWidget* widget, double x, double y);
+    void ForgetInk();
+    void PaintLabels(QPainter& painter);
+    QImage InkOf(const GroundLabel& label) const;
+    QRect LabelRect(int channel) const { return {labels_[channel].place, labelSize_}; }
+    template <class Change> void ChangeLabel(int channel, Change change);
 
     RasterCanvas raster_;
     bool fitPending_ = false;
-    PerChannel<QLabel*> ChGroundLabel;
-    PerChannel<Colour> labelColour_;
+    PerChannel<GroundLabel> labels_;
+    QSize labelSize_;
+    int labelAscent_ = 0;
     QFrame* TriggerLine_;
 };
 

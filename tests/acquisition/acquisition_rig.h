@@ -82,6 +82,7 @@ struct AcquisitionParts {
 
     QTimer RunTimer;
     QTimer AutoTriggerTimer;
+    QTimer CursTimer;
     QTimer TriggerLineTimer;
     ButtonControl1 RunButton;
     ButtonControl1 OnceButton;
@@ -108,7 +109,7 @@ struct AcquisitionParts {
     RunLoop loop{record,
                  driver,
                  state,
-                 {&RunTimer, &AutoTriggerTimer, &RunButton, &OnceButton, &TriggerStatusLabel,
+                 {&RunTimer, &AutoTriggerTimer, &CursTimer, &RunButton, &OnceButton, &TriggerStatusLabel,
                   &UpdateRateLabel, offsetKnobs.Pointers()},
                  Scales(),
                  {Note("PlotNow"), Note("DoMaths"),

@@ -43,8 +43,9 @@ TEST_P(ModeAllocation, TickTakesNoMemoryAfterTheFirstRecord) {
     AcquisitionParts parts(driver, kScopeChannels, [](const std::string&) {});
     // Without the notes, which are strings of the test's own.
     RunLoop loop(parts.record, driver, parts.state,
-                 {&parts.RunTimer, &parts.AutoTriggerTimer, &parts.RunButton, &parts.OnceButton,
-                  &parts.TriggerStatusLabel, &parts.UpdateRateLabel, parts.offsetKnobs.Pointers()},
+                 {&parts.RunTimer, &parts.AutoTriggerTimer, &parts.CursTimer, &parts.RunButton,
+                  &parts.OnceButton, &parts.TriggerStatusLabel, &parts.UpdateRateLabel,
+                  parts.offsetKnobs.Pointers()},
                  {}, {[] {}, [] {}, [] {}, [] {}, [] {}}, {[](int) {}, [] {}});
     parts.record.TrigMode = GetParam().trigMode;
     parts.record.RISMode = GetParam().ris;

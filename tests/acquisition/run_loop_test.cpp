@@ -184,6 +184,33 @@ TEST_F(RunLoopTest, QuarterSecondTickShowsTheRateAndCounts) {
     EXPECT_EQ(rig.UpdateRateLabel.text(), "0");
 }
 
+TEST_F(RunLoopTest, FiguresLetThePlotOfADraggedCursorGoFirst) {
+    rig.loop.Connect();
+    rig.CursTimer.start(0);
+    rig.loop.AutoTriggerTimer_Timer();
+    EXPECT_EQ(rig.Take(), Calls()) << "the plot is still owed";
+    QObject::connect(&rig.CursTimer, &QTimer::timeout, [&] {
+        rig.CursTimer.stop();
+        EXPECT_EQ(rig.Take(), Calls()) << "not in the tick that plots: the picture is not painted yet";
+    });
+    ASSERT_TRUE(QTest::qWaitFor([&] { return script.Count("UpdateStats") > 0; }));
+    EXPECT_EQ(rig.Take(), Calls("UpdateStats"));
+    rig.CursTimer.start(0);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !rig.CursTimer.isActive(); }));
+    EXPECT_EQ(rig.Take(), Calls()) << "none was due";
+}
+
+TEST_F(RunLoopTest, FiguresWaitNoLongerThanToTheNextTick) {
+    rig.loop.Connect();
+    rig.CursTimer.start(1'000'000); // moved without a rest: no plot comes
+    for (int pair = 0; pair < 2; ++pair) {
+        rig.loop.AutoTriggerTimer_Timer();
+        EXPECT_EQ(rig.Take(), Calls());
+        rig.loop.AutoTriggerTimer_Timer();
+        EXPECT_EQ(rig.Take(), Calls("UpdateStats"));
+    }
+}
+
 TEST_F(RunLoopTest, QuarterSecondTickHoldsTheCountersInNormRISAndDemo) {
     for (int mode = 0; mode < 4; ++mode) {
         record.TrigMode = mode == 0 ? 1 : 0;

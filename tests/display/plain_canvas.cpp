@@ -118,36 +118,74 @@ void PlainCanvas::PSet(double x, double y) {
     SetCurrent(x, y);
 }
 
-/// The text is painted on a sheet of its own, since the toolkit may correct the contrast of what it paints on
-/// an opaque picture, and whether it does differs from font to font.
+/// A text of ASCII letter by letter, each on a whole pixel; any other in one piece.
+std::vector<PlainCanvas::Piece> PlainCanvas::Pieces(const QString& text) const {
+    const QFontMetricsF metrics(font_);
+    const bool plain =
+        std::none_of(text.begin(), text.end(), [](QChar c) { return c < QChar(' ') || c > QChar('~'); });
+    if (!plain) {
+        return {{Glyphs(text), 0, metrics.horizontalAdvance(Glyphs(text)) * ratio_}};
+    }
+    std::vector<Piece> pieces;
+    double left = 0;
+    for (const QChar c : text) {
+        const double width = std::round(metrics.horizontalAdvance(QString(c)) * ratio_);
+        pieces.push_back({QString(c), left, width});
+        left += width;
+    }
+    return pieces;
+}
+
 void PlainCanvas::Print(const QString& text) {
-    const auto corner = map_.Point(current_.x, current_.y);
-    QImage sheet(image_.size(), QImage::Format_ARGB32_Premultiplied);
-    sheet.fill(Qt::transparent);
-    QPainter painter(&sheet);
-    painter.setPen(Qt::white);
-    painter.translate(corner->x, corner->y);
-    painter.scale(ratio_, ratio_);
-    painter.setFont(font_);
-    painter.drawText(QPointF(0, QFontMetricsF(font_).ascent()), Glyphs(text));
-    painter.end();
-    for (int y = 0; y < sheet.height(); ++y) {
-        auto* pixels =
-            reinterpret_cast<QRgb*>(bits_ + static_cast<std::ptrdiff_t>(y) * image_.bytesPerLine());
-        for (int x = 0; x < sheet.width(); ++x) {
-            const int cover = qAlpha(sheet.pixel(x, y));
-            const auto mixed = [cover](int above, int below) {
-                return (above * cover + below * (255 - cover) + 127) / 255;
-            };
-            pixels[x] = qRgb(mixed(qRed(colour_), qRed(pixels[x])), mixed(qGreen(colour_), qGreen(pixels[x])),
-                             mixed(qBlue(colour_), qBlue(pixels[x])));
+    if (const auto corner = map_.Point(current_.x, current_.y)) {
+        for (const Piece& piece : Pieces(text)) {
+            PrintPiece(piece, *corner);
         }
     }
     current_.y += TextHeight(text) * (ScaleHeight() < 0 ? -1 : 1);
 }
 
+/// Painted on a sheet of its own, since the toolkit may correct the contrast of what it paints on an opaque
+/// picture, and whether it does differs from font to font.
+void PlainCanvas::PrintPiece(const Piece& piece, PixelPoint corner) {
+    const int room = 2 * static_cast<int>(std::ceil(QFontMetricsF(font_).height() * ratio_));
+    const QPoint start(corner.x + static_cast<int>(piece.left), corner.y);
+    const QRect place = QRect(start.x() - room, start.y() - room,
+                              static_cast<int>(std::ceil(piece.width)) + 2 * room, 3 * room) &
+                        image_.rect();
+    if (place.isEmpty()) {
+        return;
+    }
+    QImage sheet(place.size(), QImage::Format_ARGB32_Premultiplied);
+    sheet.fill(Qt::transparent);
+    QPainter painter(&sheet);
+    painter.setPen(Qt::white);
+    painter.translate(start - place.topLeft());
+    painter.scale(ratio_, ratio_);
+    painter.setFont(font_);
+    painter.drawText(QPointF(0, QFontMetricsF(font_).ascent()), piece.text);
+    painter.end();
+    for (int y = 0; y < sheet.height(); ++y) {
+        auto* pixels = reinterpret_cast<QRgb*>(bits_ + static_cast<std::ptrdiff_t>(y + place.top()) *
+                                                           image_.bytesPerLine());
+        for (int x = 0; x < sheet.width(); ++x) {
+            const int cover = qAlpha(sheet.pixel(x, y));
+            const auto mixed = [cover](int above, int below) {
+                return (above * cover + below * (255 - cover) + 127) / 255;
+            };
+            QRgb& pixel = pixels[x + place.left()];
+            pixel = qRgb(mixed(qRed(colour_), qRed(pixel)), mixed(qGreen(colour_), qGreen(pixel)),
+                         mixed(qBlue(colour_), qBlue(pixel)));
+        }
+    }
+}
+
 double PlainCanvas::TextWidth(const QString& text) const {
-    return QFontMetricsF(font_).horizontalAdvance(Glyphs(text)) * ratio_ / std::abs(map_.PixelsPerUnitX());
+    double width = 0;
+    for (const Piece& piece : Pieces(text)) {
+        width += piece.width;
+    }
+    return width / std::abs(map_.PixelsPerUnitX());
 }
 
 double PlainCanvas::TextHeight(const QString&) const {

@@ -5,6 +5,7 @@
 
 #include <QFont>
 #include <QImage>
+#include <vector>
 
 /// The canvas on the plain road, a yardstick for the fast one: it walks along every line a pixel at a time
 /// and sets the pixels of a square pen at each, and leaves texts to the toolkit.
@@ -38,6 +39,15 @@ class PlainCanvas : public Canvas {
     double WidthToPixels(double width) const override;
 
   private:
+    /// What is painted at once: where it begins and how far it advances, raster pixels.
+    struct Piece {
+        QString text;
+        double left;
+        double width;
+    };
+
+    std::vector<Piece> Pieces(const QString& text) const;
+    void PrintPiece(const Piece& piece, PixelPoint corner);
     void Stamp(int x, int y);
     void Walk(PixelPoint from, PixelPoint to);
 

@@ -21,9 +21,7 @@ class PlotCanvasTest : public testing::Test {
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&canvas));
     }
     void Draw() { DrawPlot(scene.Time(), canvas.Surface(), &canvas); }
-    QLabel* Label(int channel) {
-        return canvas.findChild<QLabel*>(QStringLiteral("ChGroundLabel(%1)").arg(channel));
-    }
+    const GroundLabel& Label(int channel) const { return canvas.ChGroundLabel(channel); }
     QWidget* Line() { return canvas.findChild<QWidget*>(QStringLiteral("TriggerLine")); }
 
     PlotScene scene;
@@ -57,10 +55,8 @@ TEST_F(PlotCanvasTest, ShowsEachPixelOfItsRasterOnOneOfTheScreen) {
 TEST_F(PlotCanvasTest, HasLettersAndALineAsCompanions) {
     const QString letters = QStringLiteral("ABCDRS");
     for (int channel = 1; channel <= kAllChannels; ++channel) {
-        ASSERT_NE(Label(channel), nullptr);
-        EXPECT_EQ(Label(channel)->text(), letters.mid(channel - 1, 1));
-        EXPECT_TRUE(Label(channel)->isHidden());
-        EXPECT_FALSE(Label(channel)->autoFillBackground());
+        EXPECT_EQ(Label(channel).caption, letters.mid(channel - 1, 1));
+        EXPECT_FALSE(Label(channel).visible);
     }
     ASSERT_NE(Line(), nullptr);
     EXPECT_TRUE(Line()->isHidden());
@@ -73,23 +69,89 @@ TEST_F(PlotCanvasTest, LabelsStandAtTheirGround) {
     scene.record.ChannelOffsetPercent[3] = 50;
     scene.record.ChannelOffsetPercent[6] = -50;
     Draw();
-    EXPECT_TRUE(Label(1)->isHidden());
-    EXPECT_FALSE(Label(2)->isHidden());
-    EXPECT_FALSE(Label(6)->isHidden());
-    EXPECT_EQ(Label(2)->x(), 0);
-    EXPECT_NEAR(Label(2)->y(), 201 / 4.0, 1.5);
-    EXPECT_EQ(Label(3)->text(), "c");
-    EXPECT_NEAR(Label(3)->y() + Label(3)->height(), 201 * 3 / 4.0, 1.5); // ends above its line, mirrored
-    EXPECT_NEAR(Label(6)->y(), 201 * 3 / 4.0, 1.5);
-    EXPECT_EQ(Label(2)->palette().color(QPalette::WindowText), ToQColor(scene.record.ChannelColour[2]));
+    EXPECT_FALSE(Label(1).visible);
+    EXPECT_TRUE(Label(2).visible);
+    EXPECT_TRUE(Label(6).visible);
+    EXPECT_EQ(Label(2).place.x(), 0);
+    EXPECT_NEAR(Label(2).place.y(), 201 / 4.0, 1.5);
+    EXPECT_EQ(Label(3).caption, "c");
+    // Ends above its line, mirrored.
+    EXPECT_NEAR(Label(3).place.y() + canvas.LabelSize().height(), 201 * 3 / 4.0, 1.5);
+    EXPECT_NEAR(Label(6).place.y(), 201 * 3 / 4.0, 1.5);
+    EXPECT_EQ(Label(2).colour, scene.record.ChannelColour[2]);
     scene.record.ChannelInvert[3] = false;
     scene.record.ChannelOn[2] = false;
     Draw();
-    EXPECT_EQ(Label(3)->text(), "C");
-    EXPECT_TRUE(Label(2)->isHidden());
+    EXPECT_EQ(Label(3).caption, "C");
+    EXPECT_FALSE(Label(2).visible);
 }
 
-TEST_F(PlotCanvasTest, LabelsAreOnlyTouchedWhenSomethingChanged) {
+/// What is not the picture's own within a rectangle of the canvas.
+int PixelsOver(PlotCanvas& canvas, const QRect& place, QRgb colour) {
+    const QImage shown = canvas.grab(place).toImage();
+    int count = 0;
+    for (int y = 0; y < shown.height(); ++y) {
+        for (int x = 0; x < shown.width(); ++x) {
+            count += (shown.pixel(x, y) & RGB_MASK) == (colour & RGB_MASK) ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+TEST_F(PlotCanvasTest, LabelsArePaintedInTheirColourWhereTheyStand) {
+    canvas.GroundLabelLeft(2, canvas.ToUser({100, 50}).x());
+    canvas.GroundLabelTop(2, canvas.ToUser({100, 50}).y());
+    canvas.GroundLabelColour(2, 0x20F0A0);
+    const QRgb colour = ToQColor(0x20F0A0).rgb();
+    const QRect place(Label(2).place, canvas.LabelSize());
+    EXPECT_EQ(place.topLeft(), QPoint(100, 50));
+    EXPECT_EQ(PixelsOver(canvas, place, colour), 0);
+    canvas.GroundLabelVisible(2, true);
+    const int wide = PixelsOver(canvas, place, colour);
+    EXPECT_GT(wide, 4);
+    EXPECT_EQ(PixelsOver(canvas, canvas.rect(), colour), wide) << "nowhere else";
+    canvas.GroundLabelCaption(2, u"i");
+    EXPECT_LT(PixelsOver(canvas, place, colour), wide);
+    canvas.GroundLabelVisible(2, false);
+    EXPECT_EQ(PixelsOver(canvas, place, colour), 0);
+}
+
+/// Tells which parts of a canvas are painted.
+class WatchedCanvas : public PlotCanvas {
+  public:
+    QRegion painted;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        painted |= event->region();
+        PlotCanvas::paintEvent(event);
+    }
+};
+
+TEST(PlotCanvasLabels, AChangeWithoutAPlotPaintsWhereTheLabelWasAndIs) {
+    WatchedCanvas canvas;
+    canvas.resize(301, 201);
+    canvas.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&canvas));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return canvas.painted.contains(canvas.rect()); }));
+    const auto paintedAfter = [&](auto change) {
+        canvas.painted = {};
+        change();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !canvas.painted.isEmpty(); }));
+        return canvas.painted;
+    };
+    const QRect before(canvas.ChGroundLabel(1).place, canvas.LabelSize());
+    EXPECT_TRUE(paintedAfter([&] { canvas.GroundLabelVisible(1, true); }).contains(before));
+    const QRegion moved = paintedAfter([&] { canvas.GroundLabelLeft(1, canvas.ToUser({200, 0}).x()); });
+    EXPECT_TRUE(moved.contains(before));
+    EXPECT_TRUE(moved.contains(QRect(canvas.ChGroundLabel(1).place, canvas.LabelSize())));
+    EXPECT_FALSE((QRegion(canvas.rect()) - moved).isEmpty());
+    EXPECT_TRUE(paintedAfter([&] {
+                    canvas.GroundLabelVisible(1, false);
+                }).contains(moved.boundingRect().bottomRight()));
+}
+
+TEST_F(PlotCanvasTest, TheLineIsOnlyTouchedWhenSomethingChanged) {
     scene.FillWithEverything();
     Draw();
     struct Watch : QObject {
@@ -103,15 +165,13 @@ TEST_F(PlotCanvasTest, LabelsAreOnlyTouchedWhenSomethingChanged) {
         }
         int changes = 0;
     } watch;
-    for (int channel = 1; channel <= kAllChannels; ++channel) {
-        Label(channel)->installEventFilter(&watch);
-    }
+    Line()->show();
     Line()->installEventFilter(&watch);
     Draw();
     EXPECT_EQ(watch.changes, 0);
-    scene.record.ChannelOffsetPercent[1] = 33;
+    scene.TriggerLevel = scene.TriggerLevel > 0 ? -20 : 20;
     Draw();
-    EXPECT_EQ(watch.changes, 1);
+    EXPECT_GT(watch.changes, 0);
 }
 
 TEST_F(PlotCanvasTest, TriggerLineRunsAtTheLevel) {
@@ -218,17 +278,17 @@ TEST_F(PlotCanvasTest, CompanionsMayBeToldAnything) {
         canvas.GroundLabelTop(2, value);
         canvas.TriggerLine(0, value, value, value);
     }
-    EXPECT_LT(std::abs(Label(1)->x()), 40000);
+    EXPECT_LT(std::abs(Label(1).place.x()), 40000);
     EXPECT_LT(std::abs(Line()->y()), 40000);
 }
 
 TEST_F(PlotCanvasTest, FontOfTheCanvasIsThatOfTextsAndLabels) {
-    const int before = Label(1)->height();
+    const int before = canvas.LabelSize().height();
     const double text = canvas.Surface().TextWidth(QStringLiteral("t1@"));
     QFont font = canvas.font();
     font.setPixelSize(40);
     canvas.setFont(font);
-    EXPECT_GT(Label(1)->height(), before);
+    EXPECT_GT(canvas.LabelSize().height(), before);
     EXPECT_GT(canvas.Surface().TextWidth(QStringLiteral("t1@")), text);
 }
 
