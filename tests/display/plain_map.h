@@ -41,7 +41,7 @@ class PlainMap {
             }
             pixel = std::clamp(pixel, -kInfinite, kInfinite);
         }
-        const auto [ax, ay, bx, by] = ends;
+        const long double ax = ends[0], ay = ends[1], bx = ends[2], by = ends[3];
         long double from = 0;
         long double to = 1;
         for (const auto& [start, way] : {std::pair{ax, bx - ax}, std::pair{ay, by - ay}}) {

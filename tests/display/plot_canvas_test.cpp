@@ -86,13 +86,18 @@ TEST_F(PlotCanvasTest, LabelsStandAtTheirGround) {
     EXPECT_FALSE(Label(2).visible);
 }
 
-/// What is not the picture's own within a rectangle of the canvas.
-int PixelsOver(PlotCanvas& canvas, const QRect& place, QRgb colour) {
-    const QImage shown = canvas.grab(place).toImage();
+/// Pixels of the canvas that are not as they were, and lean to green as a label of this test does.
+int Inked(PlotCanvas& canvas, const QRect& place, const QImage& before) {
+    const QImage shown = canvas.grab().toImage();
+    const double ratio = shown.devicePixelRatio();
     int count = 0;
     for (int y = 0; y < shown.height(); ++y) {
         for (int x = 0; x < shown.width(); ++x) {
-            count += (shown.pixel(x, y) & RGB_MASK) == (colour & RGB_MASK) ? 1 : 0;
+            const QRgb pixel = shown.pixel(x, y);
+            count += place.contains(QPoint(static_cast<int>(x / ratio), static_cast<int>(y / ratio))) &&
+                             pixel != before.pixel(x, y) && qGreen(pixel) > qRed(pixel)
+                         ? 1
+                         : 0;
         }
     }
     return count;
@@ -102,18 +107,21 @@ TEST_F(PlotCanvasTest, LabelsArePaintedInTheirColourWhereTheyStand) {
     canvas.GroundLabelLeft(2, canvas.ToUser({100, 50}).x());
     canvas.GroundLabelTop(2, canvas.ToUser({100, 50}).y());
     canvas.GroundLabelColour(2, 0x20F0A0);
-    const QRgb colour = ToQColor(0x20F0A0).rgb();
     const QRect place(Label(2).place, canvas.LabelSize());
     EXPECT_EQ(place.topLeft(), QPoint(100, 50));
-    EXPECT_EQ(PixelsOver(canvas, place, colour), 0);
+    const QImage before = canvas.grab().toImage();
     canvas.GroundLabelVisible(2, true);
-    const int wide = PixelsOver(canvas, place, colour);
+    const int wide = Inked(canvas, place, before);
     EXPECT_GT(wide, 4);
-    EXPECT_EQ(PixelsOver(canvas, canvas.rect(), colour), wide) << "nowhere else";
+    EXPECT_EQ(Inked(canvas, canvas.rect(), before), wide) << "nowhere else";
     canvas.GroundLabelCaption(2, u"i");
-    EXPECT_LT(PixelsOver(canvas, place, colour), wide);
+    EXPECT_LT(Inked(canvas, place, before), wide);
+    EXPECT_GT(Inked(canvas, place, before), 0);
+    canvas.GroundLabelColour(2, 0x0000F0); // red, no green
+    EXPECT_EQ(Inked(canvas, place, before), 0);
+    EXPECT_NE(canvas.grab().toImage(), before);
     canvas.GroundLabelVisible(2, false);
-    EXPECT_EQ(PixelsOver(canvas, place, colour), 0);
+    EXPECT_EQ(canvas.grab().toImage(), before);
 }
 
 /// Tells which parts of a canvas are painted.
