@@ -152,7 +152,7 @@ bool cDIBSectionRegion::LoadFromFile(const QString& sFile) {
     if (!QFileInfo(sFile).isFile() || !file.open(QIODevice::ReadOnly) || file.size() > kMostFileBytes) {
         return false;
     }
-    return Replace(file.read(kMostFileBytes));
+    return Replace(file.read(file.size())); // a buffer of that size is made
 }
 
 bool cDIBSectionRegion::LoadFromResource(const QString& id, const QString& libraryFile) {

@@ -140,5 +140,5 @@ QImage LoadSkinBitmap(const QString& file) {
     if (!QFileInfo(file).isFile() || !source.open(QIODevice::ReadOnly) || source.size() > kMostFileBytes) {
         return {};
     }
-    return DecodeSkinBitmap(source.read(kMostFileBytes));
+    return DecodeSkinBitmap(source.read(source.size())); // a buffer of that size is made
 }

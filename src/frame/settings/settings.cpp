@@ -52,7 +52,7 @@ std::optional<QByteArray> ReadFile(const QString& path) {
     if (!info.isFile() || info.size() > kMostBytes || !file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    QByteArray bytes = file.read(kMostBytes);
+    QByteArray bytes = file.read(info.size()); // a buffer of that size is made, however short the file
     if (file.error() != QFileDevice::NoError) {
         return std::nullopt;
     }
