@@ -26,8 +26,10 @@ need() {
     echo "Installing ${missing[*]}"
     "${as_root[@]}" apt-get -o DPkg::Lock::Timeout=600 update -qq || return 1
     {
-        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-            apt-get -o DPkg::Lock::Timeout=600 -o APT::Status-Fd=1 -o Dpkg::Use-Pty=0 \
+        # apt closes for the packages' own scripts what it tells its progress on: nothing that they write to.
+        # The shell stands behind sudo, which would close it as well.
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive sh -c 'exec apt-get "$@" 3>&1 >/dev/null' apt-get \
+            -o DPkg::Lock::Timeout=600 -o APT::Status-Fd=3 -o Dpkg::Use-Pty=0 \
             install -y -qq --no-install-recommends "${missing[@]}" || echo failed
     } | apt_progress | show_progress installed || return 1
     echo "  installed in $((SECONDS - begin)) s"

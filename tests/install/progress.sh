@@ -22,4 +22,27 @@ expect "a warning is passed on" "$(echo 'x.cpp:1: warning: a [b]' | ninja_progre
 expect "a failure is one" "$(echo failed | ninja_progress | show_progress built || echo so)" so
 expect "apt's two halves" "$(printf 'dlstatus:1:50.5:Fetching\npmstatus:x:0.0:y\nSelecting x\npmstatus:x:100.0:Done\n' |
     apt_progress | show_progress installed)" $'   25 % installed\n   50 % installed\n  100 % installed'
+
+# An apt and a dpkg of the test's own: nothing is installed. As the true one does, this apt closes for the
+# packages' scripts what it tells its progress on.
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+echo '#!/bin/sh' | tee "$scratch/dpkg-query" "$scratch/sudo" >"$scratch/apt-get"
+echo 'exec "$@"' >>"$scratch/sudo"
+cat >>"$scratch/apt-get" <<'END'
+for word in "$@"; do
+    case $word in
+    APT::Status-Fd=*) status=${word#*=} ;;
+    update) exit 0 ;;
+    esac
+done
+echo "pmstatus:x:50.0:Configuring x" >&"$status"
+eval "exec $status>&-"
+printf "Regenerating x... " || exit 1
+printf "a package's complaint\n" >&2 || exit 1
+END
+chmod +x "$scratch"/*
+expect "packages may speak" \
+    "$( (PATH=$scratch:$PATH; . "$1/scripts/packages.sh"; need x 2>&1 || echo failed) | sed 's/ in [0-9]* s$//')" \
+    $'Installing x\n   75 % installed\na package\'s complaint\n  installed'
 exit $outcome
