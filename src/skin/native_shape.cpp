@@ -6,7 +6,8 @@
 
 bool ShapeInDevicePixels(const QWidget& window, const QRegion& outline) {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr || !window.testAttribute(Qt::WA_WState_Created)) {
+    // A platform that paints nowhere answers too, and has no connection.
+    if (x11 == nullptr || x11->connection() == nullptr || !window.testAttribute(Qt::WA_WState_Created)) {
         return false;
     }
     std::vector<xcb_rectangle_t> rectangles;

@@ -7,10 +7,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
+#include <QScreen>
 #include <QTest>
-#include <QThread>
 #include <QTimerEvent>
 #include <QWindow>
 #include <algorithm>
@@ -19,9 +17,7 @@
 
 namespace {
 
-constexpr int kDeepest = 3;
 constexpr int kLife = 20000; ///< events after which the program is ended, if nobody did
-constexpr int kBoxLife = 40; ///< deeds before a box that nobody answers is closed
 constexpr QSize kLargest(1700, 1100);
 
 constexpr int kKeys[] = {Qt::Key_Tab,   Qt::Key_Backtab, Qt::Key_Left,   Qt::Key_Right,    Qt::Key_Up,
@@ -32,22 +28,6 @@ constexpr int kKeys[] = {Qt::Key_Tab,   Qt::Key_Backtab, Qt::Key_Left,   Qt::Key
 constexpr Qt::KeyboardModifier kModifiers[] = {Qt::NoModifier,    Qt::NoModifier,      Qt::NoModifier,
                                                Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier,
                                                Qt::KeypadModifier};
-/// Names to save to; all of them stay in the folder.
-const char* const kNames[] = {"data",
-                              "a b.c.d",
-                              "%s%n%1",
-                              "<b>x</b>",
-                              "..",
-                              ".",
-                              "",
-                              "no/such/folder/x",
-                              "afile/x",
-                              "-rf",
-                              "\xc3\xa4\xe2\x82\xac",
-                              "x\ny",
-                              "CON",
-                              "full"};
-
 /// One the instrument made: not of the toolkit's dialogs or of what floats.
 bool IsInstruments(const QObject* object) {
     for (; object != nullptr; object = object->parent()) {
@@ -298,8 +278,13 @@ void Monkey::WindowDeed(QWidget& window) {
     const bool surface = window.inherits("Surface");
     if (deed < 30) {
         window.resize(1 + Below(kLargest.width()), 1 + Below(kLargest.height()));
-    } else if (deed < 50) {
+    } else if (deed < 46) {
         window.move(Below(3000) - 1000, Below(2000) - 600);
+    } else if (deed < 52) {
+        const QList<QScreen*> screens = QGuiApplication::screens();
+        if (window.windowHandle() != nullptr) {
+            window.windowHandle()->setScreen(screens[Below(static_cast<int>(screens.size()))]);
+        }
     } else if (deed < 60) {
         window.showMinimized();
     } else if (deed < 80) {
@@ -365,91 +350,4 @@ bool Monkey::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return false;
-}
-
-void Monkey::KeepInFolder() {
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        auto* dialog = qobject_cast<QFileDialog*>(widget);
-        if (dialog != nullptr && !dialog->directory().absolutePath().startsWith(folder_)) {
-            dialog->setDirectory(folder_ + "/files");
-        }
-    }
-}
-
-void Monkey::AnswerFileDialog(QFileDialog& dialog) {
-    const char* name = kNames[Below(std::size(kNames))];
-    const bool accepts = Chance(60);
-    LastWords::Say("%d: file dialog %s %s", events_, accepts ? "accepts" : "closes", name);
-    ++events_;
-    if (!accepts) {
-        dialog.reject();
-        return;
-    }
-    dialog.setDirectory(folder_ + "/files");
-    if (auto* edit = dialog.findChild<QLineEdit*>()) {
-        edit->setText(QString::fromUtf8(name));
-    }
-    QMetaObject::invokeMethod(&dialog, "accept");
-}
-
-// A box of the program: it runs its own loop until it is answered.
-void Monkey::AnswerBox(const QString& text) {
-    LastWords::Say("%d: box %s", events_, qPrintable(text.left(60).replace('\n', ' ')));
-    ++boxes_;
-    if (depth_ >= kDeepest) {
-        return;
-    }
-    ++depth_;
-    QMessageBox box(QMessageBox::NoIcon, "Corvantine", text, QMessageBox::Ok, QApplication::activeWindow());
-    box.setTextFormat(Qt::PlainText);
-    box.setModal(true);
-    box.show();
-    for (int deeds = 0; box.isVisible() && deeds < kBoxLife; ++deeds) {
-        Act();
-        QCoreApplication::processEvents();
-    }
-    box.close();
-    --depth_;
-}
-
-// Where the program lets events run, something comes in.
-void Monkey::Yield() {
-    QCoreApplication::processEvents();
-    if (Chance(10)) {
-        BreakIn();
-    }
-}
-
-void Monkey::BreakIn() {
-    if (depth_ >= kDeepest || Ended()) {
-        return;
-    }
-    ++depth_;
-    for (int deeds = 1 + Below(3); deeds > 0 && !Ended(); --deeds) {
-        Act();
-    }
-    --depth_;
-}
-
-// In a loop of the toolkit's own, which nobody else would end: a menu, or a question of the file dialog.
-void Monkey::Rescue() {
-    if (QThread::currentThread()->loopLevel() < 2) {
-        return;
-    }
-    LastWords::Say("%d: in a loop of the toolkit", events_);
-    ++loops_;
-    QWidget* front = QApplication::activePopupWidget();
-    front = front == nullptr ? QApplication::activeModalWidget() : front;
-    if (front == nullptr || Chance(30)) {
-        if (front != nullptr) {
-            front->close();
-        }
-        return;
-    }
-    if (front->windowHandle() != nullptr && depth_ < kDeepest) {
-        ++depth_;
-        Hand(*front->windowHandle());
-        KeepInFolder();
-        --depth_;
-    }
 }

@@ -38,6 +38,8 @@ class Monkey : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    static constexpr int kDeepest = 3; ///< handlers that may stand between a deed and the event loop
+
     void Live();
     void Act();
     void Hand(QWindow& window);

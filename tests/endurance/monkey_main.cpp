@@ -72,6 +72,20 @@ void MakeHome(const QString& folder) {
     file.open(QIODevice::WriteOnly);
 }
 
+/// Two screens side by side, the second of twice the resolution, where the toolkit paints on none.
+void MakeScreens(const QString& folder) {
+    if (qgetenv("QT_QPA_PLATFORM") != "offscreen") {
+        return;
+    }
+    QFile file(folder + "/screens.json");
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(R"({"screens": [
+            {"name": "one", "x": 0, "y": 0, "width": 1280, "height": 800, "dpr": 1},
+            {"name": "two", "x": 1280, "y": 0, "width": 1280, "height": 800, "dpr": 2}]})");
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(file.fileName()));
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -82,12 +96,17 @@ int main(int argc, char** argv) {
     const QTemporaryDir home;
     const QString folder = QDir(home.path()).canonicalPath() + "/a/deep/folder/to/stay/in";
     MakeHome(folder);
+    MakeScreens(folder);
     QApplication application(argc, argv);
     QApplication::setApplicationName("Corvantine");
     QApplication::setQuitOnLastWindowClosed(false);
     NoDesktop desktop;
     for (const char* scheme : kSchemes) {
         QDesktopServices::setUrlHandler(scheme, &desktop, "Take");
+    }
+    if (QGuiApplication::screens().size() < 2 && QGuiApplication::platformName() == "offscreen") {
+        std::fprintf(stderr, "there are not two screens\n");
+        return 2;
     }
     LoadSymbolFont();
     InstallAccessibility();

@@ -1,5 +1,7 @@
 #include "skin/fine_outline.h"
+#include "skin/native_shape.h"
 
+#include <QWidget>
 #include <gtest/gtest.h>
 
 namespace {
@@ -79,6 +81,13 @@ TEST(FineOutline, CoveringTouchesEveryPixel) {
     EXPECT_EQ(Covering(QRect(1, 1, 2, 1), 2), QRegion(QRect(0, 0, 2, 1)));
     EXPECT_EQ(Covering(QRect(3, 3, 3, 3), 1.5), QRegion(QRect(2, 2, 2, 2)));
     EXPECT_TRUE(Covering({}, 2).isEmpty());
+}
+
+TEST(NativeShape, LeavesAWindowAloneThatStandsOnNoDisplay) {
+    QWidget window;
+    window.show();
+    ASSERT_TRUE(window.testAttribute(Qt::WA_WState_Created));
+    EXPECT_FALSE(ShapeInDevicePixels(window, QRect(0, 0, 4, 4)));
 }
 
 } // namespace
