@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTemporaryDir>
@@ -366,6 +367,62 @@ TEST_F(Settings, AUsersLinkAndRightsStay) {
     struct stat is {};
     ASSERT_EQ(stat(qPrintable(elsewhere), &is), 0);
     EXPECT_EQ(is.st_mode & 0777, 0640U);
+}
+
+/// A process that holds the lock of a settings file, and then does something more and ends. Returns once it
+/// holds it.
+pid_t HoldLock(const QString& file, const std::function<void(QLockFile&)>& more) {
+    int held[2];
+    EXPECT_EQ(pipe(held), 0);
+    const pid_t child = Fork([&] {
+        QLockFile lock(file + ".lock");
+        const bool locked = lock.lock();
+        const ssize_t told = write(held[1], "x", 1);
+        more(lock);
+        return locked && told == 1 ? 0 : 1;
+    });
+    char sign = 0;
+    EXPECT_EQ(read(held[0], &sign, 1), 1);
+    close(held[0]);
+    close(held[1]);
+    return child;
+}
+
+TEST_F(Settings, ALockOfALiveInstanceIsWaitedFor) {
+    const pid_t other = HoldLock(path(), [this](QLockFile& lock) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        write("[a]\ny=2\n");
+        lock.unlock();
+    });
+    store_.Save(kProgram, "a", "x", "1");
+    EXPECT_EQ(store_.Flush(), QStringList());
+    EXPECT_EQ(ExitCode(other), 0);
+    EXPECT_EQ(bytes(), "[a]\ny=2\nx=1\n") << "what the other wrote under its lock stays";
+}
+
+TEST_F(Settings, ALockOfAnInstanceThatStandsStillIsToldOfAndNothingIsLost) {
+    write("[a]\ny=2\n");
+    const pid_t other = HoldLock(path(), [](QLockFile&) { pause(); });
+    kill(other, SIGSTOP);
+    store_.Save(kProgram, "a", "x", "1");
+    const QStringList told = store_.Flush();
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_EQ(told[0], "cannot lock " + path());
+    EXPECT_EQ(bytes(), "[a]\ny=2\n");
+    kill(other, SIGKILL);
+    EXPECT_EQ(ExitCode(other), -1);
+    EXPECT_EQ(store_.Flush(), QStringList()) << "what could not be written is kept";
+    EXPECT_EQ(bytes(), "[a]\ny=2\nx=1\n");
+}
+
+TEST_F(Settings, ALockOfTheDeadIsNoneAtAll) {
+    write("[a]\ny=2\n");
+    EXPECT_EQ(ExitCode(HoldLock(path(), [](QLockFile&) { kill(getpid(), SIGKILL); })), -1);
+    ASSERT_EQ(files(), QStringList({"Corvantine.ini", "Corvantine.ini.lock"}));
+    store_.Save(kProgram, "a", "x", "1");
+    EXPECT_EQ(store_.Flush(), QStringList());
+    EXPECT_EQ(bytes(), "[a]\ny=2\nx=1\n");
+    EXPECT_EQ(files(), QStringList({"Corvantine.ini"}));
 }
 
 TEST_F(Settings, InstancesThatCloseAtOnceLoseNothing) {
