@@ -256,21 +256,28 @@ TEST_F(Settings, AFolderWithoutRightsGivesDefaultsAndAMessage) {
     EXPECT_EQ(bytes(), "[a]\nx=1\n");
 }
 
-TEST_F(Settings, AnUnreadableFileIsNotReplaced) {
+TEST_F(Settings, AFileWithoutRightsIsNotReplaced) {
     write("[a]\nx=1\n");
     chmod(qPrintable(folder_.path()), 0777);
-    chmod(qPrintable(path()), 0);
-    const pid_t child = Fork([&] {
-        if (geteuid() == 0 && setuid(65534) != 0) {
-            return 2;
-        }
-        SettingsStore barred(folder_.path());
-        barred.Save(kProgram, "a", "x", "2");
-        return barred.Flush().size() == 1 ? 7 : 4;
-    });
-    EXPECT_EQ(ExitCode(child), 7);
-    chmod(qPrintable(path()), 0600);
-    EXPECT_EQ(bytes(), "[a]\nx=1\n");
+    struct Case {
+        mode_t mode;
+        const char* told;
+    };
+    for (const Case& barring : {Case{0, "cannot read"}, Case{0444, "it is write-protected"}}) {
+        chmod(qPrintable(path()), barring.mode);
+        const pid_t child = Fork([&] {
+            if (geteuid() == 0 && setuid(65534) != 0) {
+                return 2;
+            }
+            SettingsStore barred(folder_.path());
+            barred.Save(kProgram, "a", "x", "2");
+            const QStringList told = barred.Flush();
+            return told.size() == 1 && told[0].contains(barring.told) ? 7 : 4;
+        });
+        EXPECT_EQ(ExitCode(child), 7) << barring.told;
+        chmod(qPrintable(path()), 0600);
+        EXPECT_EQ(bytes(), "[a]\nx=1\n") << barring.told;
+    }
 }
 
 TEST_F(Settings, APipeInPlaceOfTheFileDoesNotBlock) {
