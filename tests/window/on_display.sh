@@ -120,6 +120,16 @@ for ((i = 0; ; ++i)); do
     [ $i -lt 600 ] || fail "$manager did not take the screen"
     sleep 0.05
 done
+if [ $manager != weston ]; then
+    # A manager tells that it holds the screen before it looks for the windows there, and may never give the focus
+    # to one that comes in between. It answers a request only when it has begun; none begins with three desktops.
+    for ((i = 0; ; ++i)); do
+        xdotool set_num_desktops 3 2>/dev/null
+        [ "$(xdotool get_num_desktops 2>/dev/null)" = 3 ] && break
+        [ $i -lt 600 ] || fail "$manager answers no request"
+        sleep 0.05
+    done
+fi
 
 [ -n "${KEEP_CONFIG:-}" ] || export XDG_CONFIG_HOME=$scratch/config
 "$@" &
