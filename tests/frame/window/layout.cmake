@@ -5,7 +5,7 @@ target_link_libraries(corvantine_all_forms PUBLIC corvantine_window_design corva
   corvantine_display_design corvantine_acquisition_design corvantine_export_design corvantine_about_design
   corvantine_analysis_design corvantine_layout_json corvantine_skin)
 
-corvantine_test(layout SOURCES artwork_test.cpp form_test.cpp layout_test.cpp LINKS corvantine_all_forms)
+corvantine_test(layout SOURCES artwork_test.cpp form_test.cpp layout_test.cpp layout_texts_test.cpp LINKS corvantine_all_forms)
 target_compile_definitions(layout_tests PRIVATE CORVANTINE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 
 # Pictures of every form for the eye; not a test.
