@@ -18,7 +18,6 @@ constexpr int kRightBars = kPlot.x() + kPlot.width() + kBarGap;
 constexpr int kLowerBars = kPlot.y() + kPlot.height() + kBarGap;
 
 constexpr Colour kWell = 0x404040; ///< until the first skin gives its own
-constexpr Colour kGlass = 0x101010;
 constexpr Colour kWhite = 0xFFFFFF;
 
 ControlDesign FaceButton(const char* name, QRect place, const QString& caption, const QString& tip,
