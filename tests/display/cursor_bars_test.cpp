@@ -165,6 +165,42 @@ TEST_F(CursorBarsTest, TheHandlesThemselvesTakeARealMouse) {
     EXPECT_EQ(bars->VertCursorDragIndex(), -1);
 }
 
+TEST_F(CursorBarsTest, ADragWhoseReleaseWentElsewhereEndsWithTheNextMove) {
+    SwitchAllOn();
+    for (const char* axis : {"Vert", "Horiz"}) {
+        emit Bar(axis)->MouseDown(Qt::LeftButton, MiddleOf(Handle(axis, 1)));
+        emit Bar(axis)->MouseMove(Qt::LeftButton, {100, 100}); // and here a message came in between
+        const double time = record.VertCursorTime[1];
+        const double level = record.HorizCursorVolts[1];
+        calls.clear();
+        emit Bar(axis)->MouseMove(Qt::NoButton, {150, 150});
+        EXPECT_EQ(calls, Calls("Layering")) << axis;
+        emit Bar(axis)->MouseMove(Qt::NoButton, {200, 200});
+        EXPECT_EQ(record.VertCursorTime[1], time) << axis;
+        EXPECT_EQ(record.HorizCursorVolts[1], level) << axis;
+    }
+    EXPECT_EQ(bars->VertCursorDragIndex(), -1);
+    EXPECT_EQ(bars->HorizCursorDragIndex(), -1);
+}
+
+TEST_F(CursorBarsTest, TheSecondPressOfADoubleClickTakesAHandleToo) {
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    Box("Vert", 0)->setChecked(true);
+    Picture* handle = Handle("Vert", 0);
+    const int x = handle->x();
+    QTest::mousePress(handle, Qt::LeftButton, {}, {5, 5});
+    QTest::mouseRelease(handle, Qt::LeftButton, {}, {5, 5});
+    QMouseEvent second(QEvent::MouseButtonDblClick, QPointF(5, 5), handle->mapToGlobal(QPointF(5, 5)),
+                       Qt::LeftButton, Qt::LeftButton, {});
+    QApplication::sendEvent(handle, &second);
+    EXPECT_EQ(bars->VertCursorDragIndex(), 0);
+    QMouseEvent move(QEvent::MouseMove, QPointF(65, 5), handle->mapToGlobal(QPointF(65, 5)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(handle, &move);
+    EXPECT_DOUBLE_EQ(record.VertCursorTime[0], kSampleDepth * Period() * (x + 65) / Bar("Vert")->width());
+}
+
 TEST_F(CursorBarsTest, EachMoveStartsTheTimerAgainAndItsTickPlotsOnce) {
     SwitchAllOn();
     EXPECT_FALSE(CursTimer()->isActive());
