@@ -359,6 +359,52 @@ TEST_F(CursorBarsTest, TheLinesMarkThePartInView) {
     EXPECT_EQ(main.control<QWidget>("HorizWorldLine", 1)->y(), std::nearbyint(237.0 * 0.5));
 }
 
+TEST_F(CursorBarsTest, TheLowerLineMarksAWholeStep) {
+    bars->WorldLineUpdate(0, kSampleDepth - 1, -62.5, -62.5);
+    EXPECT_EQ(main.control<QWidget>("HorizWorldLine", 0)->y(), std::nearbyint(237.0 * (1 - 64.5 / 254)));
+    EXPECT_EQ(main.control<QWidget>("HorizWorldLine", 1)->y(), std::nearbyint(237.0 * (1 - 65.0 / 254)));
+}
+
+TEST_F(CursorBarsTest, AStopLeavesACursorAtTheEndOfTheRecordWhereItIs) {
+    SwitchAllOn();
+    bars->PlaceHandles();
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    instrument.script.samplePeriod.Always(static_cast<float>(2 * kPeriod)); // the timebase is turned
+    for (int i = 0; i < kCursors; ++i) {
+        bars->MoveVertCursorHandle(i, record.VertCursorTime[i]);
+    }
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    emit Bar("Vert")->MouseDown(Qt::LeftButton, MiddleOf(Handle("Vert", 0)));
+    emit Bar("Vert")->MouseMove(Qt::LeftButton, {5000, 3});
+    emit Bar("Vert")->MouseUp(Qt::LeftButton, {5000, 3});
+    const double end = record.VertCursorTime[0];
+    EXPECT_DOUBLE_EQ(end, 2 * kSampleDepth * Period());
+    record.Running = false;
+    record.HeldSamplePeriod = 2 * Period();
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    EXPECT_EQ(record.VertCursorTime[0], end);
+}
+
+TEST_F(CursorBarsTest, APeriodThatComesIntoForceBetweenTwoPlotsMovesTheHandlesAndIsPlotted) {
+    SwitchAllOn();
+    record.Running = false;
+    record.HeldSamplePeriod = Period();
+    record.VertCursorTime = {kRecord / 2, kRecord / 200, kRecord / 50};
+    bars->PlaceHandles();
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    CursTimer()->stop();
+    // Turned while stopped, then run and stopped before anything triggered.
+    instrument.script.samplePeriod.Always(static_cast<float>(kPeriod / 100));
+    record.HeldSamplePeriod = Period() / 100;
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    EXPECT_NEAR(record.VertCursorTime[0], (kSampleDepth - 10) * Period() / 100, 1e-12);
+    EXPECT_EQ(Handle("Vert", 1)->x(), std::nearbyint(354 / 2.0 - 5.5));
+    EXPECT_TRUE(CursTimer()->isActive()) << "the plot just now had the cursor where it was before";
+    CursTimer()->stop();
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    EXPECT_FALSE(CursTimer()->isActive());
+}
+
 TEST_F(CursorBarsTest, TheStartPlacesAllSixAndBringsATimeBackIntoTheRecord) {
     SwitchAllOn();
     record.VertCursorTime[0] = kSampleDepth * Period();
