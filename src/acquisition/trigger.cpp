@@ -12,6 +12,7 @@
 
 #include <QLabel>
 #include <QTimer>
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -106,6 +107,8 @@ void Trigger::Restore(int mode, int type) {
     } else {
         TrigTypeButton_Click();
     }
+    // A module that was just opened has a depth of its own, and a start that interleaves sends none.
+    SendDepth(std::min(controls_.PretriggerSlider->SliderValue(), kDeepestPretrigger));
 }
 
 void Trigger::ShowTypeCaption() {
@@ -149,6 +152,10 @@ void Trigger::PretriggerSlider_Change() {
     const float depth = controls_.PretriggerSlider->SliderValue();
     controls_.PretriggerSlider->setToolTip(QStringLiteral("Current trigger position: ") +
                                            FormatNumber(static_cast<double>(depth), "0.0%"));
+    SendDepth(depth);
+}
+
+void Trigger::SendDepth(float depth) {
     ForScopesInUse(record_, [&](int ch) { driver_.SetPreTrigDepth(ch, depth); });
 }
 

@@ -62,11 +62,13 @@ class Trigger : public QObject {
     void TrigChanButton_Click(int& channel);
 
     /// Takes a saved mode and type (0..2, 0..3) through the clicks that step to them. The program never
-    /// starts in norm: a saved norm comes back as auto. Free mode keeps its type for when it is left.
+    /// starts in norm: a saved norm comes back as auto. Free mode keeps its type for when it is left. Sends
+    /// the slider's depth too, whatever the mode.
     void Restore(int mode, int type);
 
   private:
     void StepType();
+    void SendDepth(float depth);
     void ShowTypeCaption();
     void ShowTriggerLines(bool visible);
     bool InUse(int channel) const;

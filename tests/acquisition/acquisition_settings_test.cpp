@@ -131,6 +131,23 @@ TEST_F(AcquisitionSettingsTest, WhatIsSavedComesBack) {
     EXPECT_EQ(record.TrigType, 0);
 }
 
+TEST_F(AcquisitionSettingsTest, ADepthComesBackToTheInstrumentInEveryMode) {
+    Store("PreTrigger", "0.25");
+    for (const char* timebase : {"2", "7", "22"}) {
+        for (const char* mode : {"0", "1", "2"}) {
+            script.settings[1].preTrigger = script.settings[4].preTrigger = 0.12345F; // just opened
+            Store("TimeBase", timebase);
+            Store("TriggerMode", mode);
+            settings.Restore();
+            EXPECT_EQ(script.settings[1].preTrigger, 0.25F) << timebase << " " << mode;
+            EXPECT_EQ(script.settings[4].preTrigger, 0.25F) << timebase << " " << mode;
+        }
+    }
+    Store("PreTrigger", "1.0");
+    settings.Restore();
+    EXPECT_EQ(script.settings[1].preTrigger, 0.99F);
+}
+
 TEST_F(AcquisitionSettingsTest, PreTriggerOfAnotherMachineIsRead) {
     Store("PreTrigger", "0,25");
     settings.Restore();
