@@ -127,7 +127,11 @@ else
 fi
 
 rm -rf "$XDG_CONFIG_HOME/Corvantine"
-start_program "$program"
+# With the session goes who reads what the program says of it.
+mkfifo "$scratch/unread"
+exec {unread}<>"$scratch/unread"
+start_program bash -c 'unread=$3; exec 2>"$2"; exec {unread}<&-; exec "$1"' bash "$program" "$scratch/unread" $unread
+exec {unread}<&-
 turn
 { kill -KILL $screen; wait $screen; } 2>/dev/null
 end_of $pid "screen"
