@@ -96,8 +96,8 @@ void Picture::mouseReleaseEvent(QMouseEvent* event) {
     emit MouseUp(event->button(), event->position().toPoint());
 }
 
-void Picture::mouseDoubleClickEvent(QMouseEvent*) {
-    emit DblClick();
+void Picture::mouseDoubleClickEvent(QMouseEvent* event) {
+    emit DblClick(event->button(), event->position().toPoint());
 }
 
 void Picture::keyPressEvent(QKeyEvent* event) {

@@ -39,7 +39,8 @@ class Picture : public QWidget {
     void MouseDown(Qt::MouseButton button, QPoint position);
     void MouseMove(Qt::MouseButtons buttons, QPoint position);
     void MouseUp(Qt::MouseButton button, QPoint position);
-    void DblClick();
+    /// In place of the second MouseDown of a double click.
+    void DblClick(Qt::MouseButton button, QPoint position);
     /// While the picture has the focus. A key that nobody accepts goes on to what holds the picture.
     void KeyDown(QKeyEvent* event);
 

@@ -35,8 +35,11 @@ void CursorBar::Connect() {
         const auto onBar = [this, picture](QPoint at) {
             return picture == controls_.bar ? at : picture->mapToParent(at);
         };
-        connect(picture, &Picture::MouseDown, this,
-                [this, onBar](Qt::MouseButton, QPoint at) { MouseDown(onBar(at)); });
+        // Who presses twice in a row wants to drag the second time.
+        for (const auto press : {&Picture::MouseDown, &Picture::DblClick}) {
+            connect(picture, press, this,
+                    [this, onBar](Qt::MouseButton, QPoint at) { MouseDown(onBar(at)); });
+        }
         connect(picture, &Picture::MouseMove, this,
                 [this, onBar](Qt::MouseButtons buttons, QPoint at) { MouseMove(buttons, onBar(at)); });
         connect(picture, &Picture::MouseUp, this, &CursorBar::MouseUp);
@@ -124,7 +127,9 @@ void CursorBar::MouseDown(QPoint at) {
 }
 
 void CursorBar::MouseMove(Qt::MouseButtons buttons, QPoint at) {
-    if (DragIndex >= 0 && Length() > 0) {
+    if (DragIndex >= 0 && buttons == Qt::NoButton) {
+        MouseUp(); // the release went elsewhere: to a message, or to nobody while the window was hidden
+    } else if (DragIndex >= 0 && Length() > 0) {
         PutFraction(DragIndex, DragFraction(buttons.testFlag(Qt::LeftButton), Along(at),
                                             static_cast<double>(CursorDragAnchor), Length()));
     }

@@ -79,13 +79,21 @@ CursorBar::Calls CursorBars::BarCalls() {
             .Switched = [this] { calls_.PlotNow(); }};
 }
 
-/// Time cursors beyond longest, in seconds, come back to just before the end of the record.
-void CursorBars::BringBackInto(double period, double longest) {
+/// Time cursors beyond longest, in seconds, come back to just before the end of the record. Whether any did.
+bool CursorBars::BringBackInto(double period, double longest) {
+    bool any = false;
     for (double& time : record_.VertCursorTime) {
         if (time > longest) {
             time = (record_.SampleDepth - kMarginSamples) * period;
+            any = true;
         }
     }
+    return any;
+}
+
+void CursorBars::MoveVertCursorHandle(int cursor, double seconds) {
+    placedPeriod_ = Period();
+    vert_.MoveHandle(cursor, seconds);
 }
 
 void CursorBars::PlaceHandles() {
@@ -98,28 +106,32 @@ void CursorBars::PlaceHandles() {
 }
 
 /// A timebase that was turned while stopped comes into force with the run. Until then the time cursors stood
-/// on the held record.
+/// on the held record. The plot that tells of it had them where they were before.
 void CursorBars::FollowPeriod() {
     const double period = Period();
     if (period == placedPeriod_) {
         return;
     }
     placedPeriod_ = period;
-    BringBackInto(period, (record_.SampleDepth - 1) * period);
+    if (BringBackInto(period, (record_.SampleDepth - 1) * period)) {
+        CursTimer_->start();
+    }
     for (int i = 0; i < kCursors; ++i) {
         MoveVertCursorHandle(i, record_.VertCursorTime[i]);
     }
 }
 
 void CursorBars::WorldLineUpdate(double ViewXMin, double ViewXMax, double ViewYMax, double ViewYMin) {
-    if (placedRunning_ != record_.Running) {
+    // What a period depends on while the timebase rests: no plot asks the driver for one more.
+    if (placedRunning_ != record_.Running || placedHeld_ != record_.HeldSamplePeriod) {
         placedRunning_ = record_.Running;
+        placedHeld_ = record_.HeldSamplePeriod;
         FollowPeriod();
     }
     vert_.MoveWorldLine(0, VertWorldLinePlace(ViewXMin, record_.SampleDepth, vert_.Length()));
     vert_.MoveWorldLine(1, VertWorldLinePlace(ViewXMax, record_.SampleDepth, vert_.Length()));
     horiz_.MoveWorldLine(0, HorizWorldLinePlace(ViewYMax, horiz_.Length()));
-    horiz_.MoveWorldLine(1, RoundToEven(HorizWorldLinePlace(ViewYMin, horiz_.Length())));
+    horiz_.MoveWorldLine(1, HorizWorldLinePlace(RoundToEven(ViewYMin), horiz_.Length()));
 }
 
 void CursorBars::CursTimer_Timer() {

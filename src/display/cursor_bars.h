@@ -29,7 +29,7 @@ class CursorBars : public QObject {
     void Connect();
 
     /// Places one handle from its value, in seconds or in ADC steps. Nothing while its cursor is off.
-    void MoveVertCursorHandle(int cursor, double seconds) { vert_.MoveHandle(cursor, seconds); }
+    void MoveVertCursorHandle(int cursor, double seconds);
     void MoveHorizCursorHandle(int cursor, double steps) { horiz_.MoveHandle(cursor, steps); }
     /// The end of the start-up: all six handles by their values. A time that the record does not hold, from
     /// settings that do not fit together, comes back into it as after a change of the timebase.
@@ -43,7 +43,7 @@ class CursorBars : public QObject {
 
   private:
     double Period();
-    void BringBackInto(double period, double longest);
+    bool BringBackInto(double period, double longest);
     void FollowPeriod();
     CursorAxis TimeAxis();
     static CursorAxis LevelAxis();
@@ -56,5 +56,6 @@ class CursorBars : public QObject {
     CursorBar vert_;
     CursorBar horiz_;
     double placedPeriod_ = 0; ///< by which the time handles were placed
+    double placedHeld_ = 0;
     bool placedRunning_ = false;
 };

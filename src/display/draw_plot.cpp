@@ -36,6 +36,15 @@ void PlaceGroundLabels(const Plot& plot) {
     }
 }
 
+/// Where the labels are not placed, those of channels that have gone still go.
+void HideGroundLabels(const Plot& plot) {
+    for (int channel = plot.in.FirstChan; channel <= plot.in.LastChan; ++channel) {
+        if (!plot.in.Shown[channel]) {
+            plot.companions->GroundLabelVisible(channel, false);
+        }
+    }
+}
+
 /// The vertical lines are numbered from the left end of the record. Only those that the view can show are
 /// drawn: at a great expansion that is a few of many thousand.
 void DrawVerticalGrid(const Plot& plot, double count) {
@@ -62,9 +71,14 @@ void DrawGrid(const Plot& plot) {
     const double divisions = in.HorizDivs * in.XExpansion;
     const double count = std::nearbyint(divisions);
     DrawVerticalGrid(plot, count);
+    if (in.IsSpectrum || plot.companions == nullptr) {
+        return;
+    }
     // With a broken number of divisions there is no line at the end of the record, and the labels stay.
-    if (count == divisions && count >= 0 && !in.IsSpectrum && plot.companions != nullptr) {
+    if (count == divisions && count >= 0) {
         PlaceGroundLabels(plot);
+    } else {
+        HideGroundLabels(plot);
     }
 }
 
@@ -148,6 +162,9 @@ void DrawPlot(const DrawPlotArguments& in, Canvas& canvas, PlotCompanions* compa
             QStringLiteral("TOO MUCH ZOOM (reduce timebase and/or horizontal zoom) !");
         canvas.SetCurrent(0, 0);
         canvas.Print(warning);
+        if (!in.IsSpectrum && companions != nullptr) {
+            HideGroundLabels(plot);
+        }
         return;
     }
     in.ViewYMin = view.ViewYMin;

@@ -165,6 +165,42 @@ TEST_F(CursorBarsTest, TheHandlesThemselvesTakeARealMouse) {
     EXPECT_EQ(bars->VertCursorDragIndex(), -1);
 }
 
+TEST_F(CursorBarsTest, ADragWhoseReleaseWentElsewhereEndsWithTheNextMove) {
+    SwitchAllOn();
+    for (const char* axis : {"Vert", "Horiz"}) {
+        emit Bar(axis)->MouseDown(Qt::LeftButton, MiddleOf(Handle(axis, 1)));
+        emit Bar(axis)->MouseMove(Qt::LeftButton, {100, 100}); // and here a message came in between
+        const double time = record.VertCursorTime[1];
+        const double level = record.HorizCursorVolts[1];
+        calls.clear();
+        emit Bar(axis)->MouseMove(Qt::NoButton, {150, 150});
+        EXPECT_EQ(calls, Calls("Layering")) << axis;
+        emit Bar(axis)->MouseMove(Qt::NoButton, {200, 200});
+        EXPECT_EQ(record.VertCursorTime[1], time) << axis;
+        EXPECT_EQ(record.HorizCursorVolts[1], level) << axis;
+    }
+    EXPECT_EQ(bars->VertCursorDragIndex(), -1);
+    EXPECT_EQ(bars->HorizCursorDragIndex(), -1);
+}
+
+TEST_F(CursorBarsTest, TheSecondPressOfADoubleClickTakesAHandleToo) {
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    Box("Vert", 0)->setChecked(true);
+    Picture* handle = Handle("Vert", 0);
+    const int x = handle->x();
+    QTest::mousePress(handle, Qt::LeftButton, {}, {5, 5});
+    QTest::mouseRelease(handle, Qt::LeftButton, {}, {5, 5});
+    QMouseEvent second(QEvent::MouseButtonDblClick, QPointF(5, 5), handle->mapToGlobal(QPointF(5, 5)),
+                       Qt::LeftButton, Qt::LeftButton, {});
+    QApplication::sendEvent(handle, &second);
+    EXPECT_EQ(bars->VertCursorDragIndex(), 0);
+    QMouseEvent move(QEvent::MouseMove, QPointF(65, 5), handle->mapToGlobal(QPointF(65, 5)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(handle, &move);
+    EXPECT_DOUBLE_EQ(record.VertCursorTime[0], kSampleDepth * Period() * (x + 65) / Bar("Vert")->width());
+}
+
 TEST_F(CursorBarsTest, EachMoveStartsTheTimerAgainAndItsTickPlotsOnce) {
     SwitchAllOn();
     EXPECT_FALSE(CursTimer()->isActive());
@@ -323,6 +359,52 @@ TEST_F(CursorBarsTest, TheLinesMarkThePartInView) {
     EXPECT_EQ(main.control<QWidget>("HorizWorldLine", 1)->y(), std::nearbyint(237.0 * 0.5));
 }
 
+TEST_F(CursorBarsTest, TheLowerLineMarksAWholeStep) {
+    bars->WorldLineUpdate(0, kSampleDepth - 1, -62.5, -62.5);
+    EXPECT_EQ(main.control<QWidget>("HorizWorldLine", 0)->y(), std::nearbyint(237.0 * (1 - 64.5 / 254)));
+    EXPECT_EQ(main.control<QWidget>("HorizWorldLine", 1)->y(), std::nearbyint(237.0 * (1 - 65.0 / 254)));
+}
+
+TEST_F(CursorBarsTest, AStopLeavesACursorAtTheEndOfTheRecordWhereItIs) {
+    SwitchAllOn();
+    bars->PlaceHandles();
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    instrument.script.samplePeriod.Always(static_cast<float>(2 * kPeriod)); // the timebase is turned
+    for (int i = 0; i < kCursors; ++i) {
+        bars->MoveVertCursorHandle(i, record.VertCursorTime[i]);
+    }
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    emit Bar("Vert")->MouseDown(Qt::LeftButton, MiddleOf(Handle("Vert", 0)));
+    emit Bar("Vert")->MouseMove(Qt::LeftButton, {5000, 3});
+    emit Bar("Vert")->MouseUp(Qt::LeftButton, {5000, 3});
+    const double end = record.VertCursorTime[0];
+    EXPECT_DOUBLE_EQ(end, 2 * kSampleDepth * Period());
+    record.Running = false;
+    record.HeldSamplePeriod = 2 * Period();
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    EXPECT_EQ(record.VertCursorTime[0], end);
+}
+
+TEST_F(CursorBarsTest, APeriodThatComesIntoForceBetweenTwoPlotsMovesTheHandlesAndIsPlotted) {
+    SwitchAllOn();
+    record.Running = false;
+    record.HeldSamplePeriod = Period();
+    record.VertCursorTime = {kRecord / 2, kRecord / 200, kRecord / 50};
+    bars->PlaceHandles();
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    CursTimer()->stop();
+    // Turned while stopped, then run and stopped before anything triggered.
+    instrument.script.samplePeriod.Always(static_cast<float>(kPeriod / 100));
+    record.HeldSamplePeriod = Period() / 100;
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    EXPECT_NEAR(record.VertCursorTime[0], (kSampleDepth - 10) * Period() / 100, 1e-12);
+    EXPECT_EQ(Handle("Vert", 1)->x(), std::nearbyint(354 / 2.0 - 5.5));
+    EXPECT_TRUE(CursTimer()->isActive()) << "the plot just now had the cursor where it was before";
+    CursTimer()->stop();
+    bars->WorldLineUpdate(0, kSampleDepth - 1, 126, -126);
+    EXPECT_FALSE(CursTimer()->isActive());
+}
+
 TEST_F(CursorBarsTest, TheStartPlacesAllSixAndBringsATimeBackIntoTheRecord) {
     SwitchAllOn();
     record.VertCursorTime[0] = kSampleDepth * Period();
@@ -356,8 +438,12 @@ class CursorTabTest : public testing::Test {
 };
 
 TEST_F(CursorTabTest, EverythingIsOffAndZeroAtFirst) {
-    Box("VertCursorEn", 1)->setChecked(true);
-    record.HorizCursorVolts[2] = 5;
+    for (int i = 0; i < kCursors; ++i) { // started anywhere else, so that a forgotten one shows
+        Box("VertCursorEn", i)->setChecked(true);
+        Box("HorizCursorEn", i)->setChecked(true);
+        record.VertCursorTime[i] = 1e-6;
+        record.HorizCursorVolts[i] = 5;
+    }
     part.RestoreTabSettings();
     for (int i = 0; i < kCursors; ++i) {
         EXPECT_FALSE(Box("VertCursorEn", i)->isChecked());

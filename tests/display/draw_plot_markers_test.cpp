@@ -6,6 +6,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 
 TEST_F(DrawPlotTest, GroundLabelsGoToTheViewAtTheLastGridLine) {
@@ -28,7 +29,7 @@ TEST_F(DrawPlotTest, GroundLabelsGoToTheViewAtTheLastGridLine) {
 TEST_F(DrawPlotTest, GroundLabelsStayWhenTheDivisionsAreNoWholeNumber) {
     scene.XExpansion = 1.01; // 30.3 divisions: 30 lines, and none of them is the last one
     Draw();
-    EXPECT_THAT(canvas.CallsOf({"GroundLabelLeft", "GroundLabelVisible"}), IsEmpty());
+    EXPECT_THAT(canvas.CallsOf({"GroundLabelLeft"}), IsEmpty());
     canvas.calls.clear();
     scene.XExpansion = 2.5; // 75
     Draw();
@@ -41,6 +42,20 @@ TEST_F(DrawPlotTest, GroundLabelsStayWhenTheDivisionsAreNoWholeNumber) {
     scene.XExpansion = 0.001; // 0.03
     Draw();
     EXPECT_THAT(canvas.CallsOf({"GroundLabelLeft"}), IsEmpty());
+}
+
+TEST_F(DrawPlotTest, AChannelThatIsOffHidesItsLabelWhateverTheDivisionsAre) {
+    scene.record.ChannelOn[1] = true;
+    for (const double expansion : {1.0, 1.01, 1e6}) { // all lines; not the last; too much zoom
+        canvas.calls.clear();
+        scene.XExpansion = expansion;
+        Draw();
+        for (int channel = 2; channel <= kAllChannels; ++channel) {
+            EXPECT_THAT(canvas.calls, Contains("GroundLabelVisible(" + std::to_string(channel) + ", false)"))
+                << expansion;
+        }
+        EXPECT_THAT(canvas.calls, Not(Contains("GroundLabelVisible(1, false)"))) << expansion;
+    }
 }
 
 TEST_F(DrawPlotTest, GroundLabelStandsAtItsChannelsGround) {

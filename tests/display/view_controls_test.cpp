@@ -83,6 +83,20 @@ TEST_F(ViewControlsTest, NormaliseResetsAllFourWithOnePlot) {
     EXPECT_FALSE(record.PlotInhibit);
 }
 
+TEST_F(ViewControlsTest, NoTimerOfAControlAsksForAnotherPlotAfterNormalise) {
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    Knob("HorizZoomKnob")->SetKnobValue(50);
+    QTest::mousePress(Knob("VertZoomKnob"), Qt::LeftButton, {}, {50, 22});
+    Slider("HorizPanSlider")->SetSliderValue(0.75F);
+    QTest::mouseRelease(Knob("VertZoomKnob"), Qt::LeftButton, {}, {50, 22});
+    QTest::qWait(100);
+    calls.clear();
+    emit main.control<ButtonControl1>("NormaliseButton")->Click();
+    QTest::qWait(300);
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "PlotNow"), 1);
+}
+
 TEST_F(ViewControlsTest, ALeftClickInThePlotSetsTheTriggerLevel) {
     main.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
