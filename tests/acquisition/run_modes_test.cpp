@@ -129,6 +129,15 @@ TEST_F(RunModes, SingleStopsAfterItsFirstPlot) {
     EXPECT_FALSE(state.RunTimerBusy);
 }
 
+TEST_F(RunModes, SingleDoesNotStopWhatNoTimerDrives) {
+    rig.loop.OnceButton_Click();
+    rig.RunTimer.stop();
+    const CallList calls = Tick();
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "PlotNow"), 1);
+    EXPECT_TRUE(record.Running);
+    EXPECT_TRUE(state.OnceMode);
+}
+
 TEST_F(RunModes, OnceWhileRunningContinuouslyDoesNothing) {
     rig.Run();
     rig.loop.OnceButton_Click();

@@ -340,12 +340,34 @@ TEST_F(MathTabTest, SettingsComeBack) {
     EXPECT_EQ(again.form.control<ButtonControl1>("FFTButton", 0)->ButtonFillColor(), QColor(0xFF, 0, 0));
 }
 
-TEST_F(MathTabTest, WithoutSettingsTheLinearPlotWins) {
+TEST_F(MathTabTest, FirstRunTakesTheDefaults) {
+    // Every start is another than the default, so that a forgotten one shows.
+    auto* window = rig.form.control<QComboBox>("FFTWindowCombo");
+    window->setCurrentIndex(4);
     rig.form.control<QRadioButton>("FFTPlotType", 0)->setChecked(true);
+    for (int number : {1, 2}) {
+        for (int list = 0; list < 3; ++list) {
+            rig.Choose(number, list, 2);
+        }
+        rig.Volts(number).SetKnobValue(2);
+        rig.Offset(number).SetKnobValue(44);
+        rig.tab.FFTButton_Click(number - 1);
+        rig.Enable(number);
+    }
     rig.tab.RestoreTabSettings();
-    EXPECT_TRUE(rig.form.control<QRadioButton>("FFTPlotType", 1)->isChecked());
-    EXPECT_FALSE(rig.record.ChannelOn[5] || rig.record.ChannelOn[6]);
-    EXPECT_FALSE(rig.record.ChannelFFT[5] || rig.record.ChannelFFT[6]);
+    EXPECT_EQ(window->currentIndex(), 0);
+    EXPECT_TRUE(rig.form.control<QRadioButton>("FFTPlotType", 1)->isChecked())
+        << "of both the later one wins";
+    for (int number : {1, 2}) {
+        EXPECT_FALSE(rig.form.control<QCheckBox>("MathChannelEn", number)->isChecked()) << number;
+        EXPECT_FALSE(rig.record.ChannelOn[kScopeChannels + number]) << number;
+        EXPECT_FALSE(rig.record.ChannelFFT[kScopeChannels + number]) << number;
+        for (int list = 0; list < 3; ++list) {
+            EXPECT_EQ(rig.List(number, list).currentIndex(), 0) << number << ", list " << list;
+        }
+        EXPECT_EQ(rig.Volts(number).KnobValue(), 0) << number;
+        EXPECT_EQ(rig.Offset(number).KnobValue(), 0) << number;
+    }
 }
 
 TEST_F(MathTabTest, StoredPositionsThatNoLongerExistKeepTheSelection) {

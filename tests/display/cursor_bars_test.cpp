@@ -438,8 +438,12 @@ class CursorTabTest : public testing::Test {
 };
 
 TEST_F(CursorTabTest, EverythingIsOffAndZeroAtFirst) {
-    Box("VertCursorEn", 1)->setChecked(true);
-    record.HorizCursorVolts[2] = 5;
+    for (int i = 0; i < kCursors; ++i) { // started anywhere else, so that a forgotten one shows
+        Box("VertCursorEn", i)->setChecked(true);
+        Box("HorizCursorEn", i)->setChecked(true);
+        record.VertCursorTime[i] = 1e-6;
+        record.HorizCursorVolts[i] = 5;
+    }
     part.RestoreTabSettings();
     for (int i = 0; i < kCursors; ++i) {
         EXPECT_FALSE(Box("VertCursorEn", i)->isChecked());
