@@ -33,8 +33,9 @@
  *
  * ERRORS. The program tests three answers: OpenAndReset (0: the channel is left out), GetDetectLine (the test
  * of the stack) and the status of GetBufferRIS (-1: the pass is thrown away). No other function reports an
- * error. A module that stops answering lets its settings fall on the floor, reads 0 from the questions, and
- * so shows as a trigger that does not come.
+ * error. A module that stops answering lets its settings fall on the floor and answers 0, but for
+ * GetAcquistionState, which is not zero from the arm until the end: so it shows as a trigger that does not
+ * come.
  *
  * WHO OWNS WHAT. The caller owns every buffer; a driver writes into it during the call and keeps no pointer.
  * Write inside the size that is told, and nowhere else. Samples that are no number, names that are too long,

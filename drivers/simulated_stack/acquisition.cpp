@@ -7,7 +7,7 @@ namespace sim {
 
 namespace {
 
-constexpr double kGap = 20;     ///< positions between two samples of a RIS pass
+constexpr double kGap = 20; ///< positions between two samples of a RIS pass by the clock that belongs to it
 constexpr double kGridAt = 0.5; ///< where in a position the grid lies
 
 } // namespace
@@ -27,6 +27,10 @@ void Acquisition::Arm(double now, const Timebase& timebase, const TriggerSetting
     }
 }
 
+double Acquisition::Lead() const {
+    return before_ * timebase_.Interval() / (timebase_.ris ? kGap : 1);
+}
+
 bool Acquisition::Fire(double time) {
     if (!Waiting()) {
         return false;
@@ -35,14 +39,14 @@ bool Acquisition::Fire(double time) {
     const double period = timebase_.Period();
     const double reference = time + delay_;
     if (timebase_.ris) {
-        start_ = reference + (risPosition_ - kGridAt - before_) * period;
+        start_ = reference + (risPosition_ - kGridAt) * period - Lead();
     } else {
         // The clock does not wait for the trigger: the position behind it is the next sample. A module that
         // is slower than the source has no more before the trigger than it took since its arm.
         const double clocks = std::ceil((reference - armed_) / period - 1e-6);
         start_ = armed_ + std::max(clocks - before_, 0.0) * period;
     }
-    end_ = start_ + kDepth * period;
+    end_ = start_ + Depth() * Interval();
     triggered_ = true;
     state_ = State::Capturing;
     return start_ != before;
@@ -68,7 +72,7 @@ void Acquisition::Update(double now) {
 }
 
 int Acquisition::Available(double now) const {
-    const int depth = timebase_.ris ? kRISSamples : kDepth;
+    const int depth = Depth();
     if (state_ == State::Complete) {
         return depth;
     }

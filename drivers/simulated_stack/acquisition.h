@@ -11,8 +11,8 @@ struct Timebase {
     std::int32_t decimation = 3;
     bool ris = true;
 
-    double Interval() const { return ris ? 20e-9 : decimation / (megahertz * 1e6); }
-    /// What the program calls the sample period: in RIS the grid that passes are put on.
+    double Interval() const { return decimation / (megahertz * 1e6); }
+    /// What the program calls the sample period: in RIS the grid that passes are put on, whatever the clock.
     double Period() const { return ris ? 1e-9 : Interval(); }
 };
 
@@ -54,7 +54,7 @@ class Acquisition {
     double RISPosition() const { return risPosition_; }
 
     /// From when on the memory before the trigger is full.
-    double Ready() const { return armed_ + before_ * timebase_.Period(); }
+    double Ready() const { return armed_ + Lead(); }
     double Start() const { return start_; }
     double Interval() const { return timebase_.Interval(); }
     double Period() const { return timebase_.Period(); }
@@ -63,6 +63,9 @@ class Acquisition {
 
   private:
     enum class State { Idle, Waiting, Capturing, Complete, Stopped };
+
+    int Depth() const { return timebase_.ris ? kRISSamples : kDepth; }
+    double Lead() const; ///< seconds of the record that lie before the trigger
 
     Timebase timebase_;
     State state_ = State::Idle;

@@ -66,7 +66,12 @@ const sim::ModuleDescription* Described(const Library* library, std::int32_t ch)
 
 std::int32_t CorvantineDrvr_OpenDrvr() {
     Call("OpenDrvr").Expect(!TheLibrary(), "opened twice");
-    TheLibrary() = std::make_unique<Library>();
+    auto library = std::make_unique<Library>();
+    if (TheLibrary()) {
+        library->rules = std::move(TheLibrary()->rules); // one close tells of both
+        TheLibrary()->closed = true;
+    }
+    TheLibrary() = std::move(library);
     sim::StackFile file = Describe();
     if (file.stack) {
         TheLibrary()->rules.SetEnd(file.stack->endOnViolation);
@@ -94,6 +99,7 @@ void CorvantineDrvr_CloseDrvr(std::int32_t handle) {
         call.Expect(handle == kHandle, "the handle of OpenDrvr");
         call.Expect(!AnyOpen(library->stack), "a channel is still open");
         library->rules.Tell();
+        library->closed = true;
         TheLibrary().reset();
     }
 }

@@ -6,38 +6,36 @@
 
 #include <cmath>
 
-namespace {
-
-float FiniteOr(float value, float otherwise) {
-    return std::isfinite(value) ? value : otherwise;
-}
-
-} // namespace
+// A value outside its range is left unused.
 
 void CorvantineDrvr_SetUpFrontEnd(std::int32_t ch, std::int32_t range, std::int32_t dc, std::int32_t gnd,
                                   std::int32_t zero) {
     const Call call("SetUpFrontEnd", ch, range, dc, gnd, zero);
     if (Library* library = call.On(ch, Needs::Initialised)) {
-        call.Expect(range >= 0 && range < sim::kRanges, "range 0..2");
-        call.Expect(IsFlag(dc) && IsFlag(gnd) && (dc == 0 || gnd == 0), "AC, DC or GND");
-        call.Expect(zero == 0, "the last argument is 0");
-        library->stack.SetUpFrontEnd(ch, range, dc != 0, gnd != 0);
+        const bool isRange = call.Expect(range >= 0 && range < sim::kRanges, "range 0..2");
+        const bool isCoupling =
+            call.Expect(IsFlag(dc) && IsFlag(gnd) && (dc == 0 || gnd == 0), "AC, DC or GND");
+        if (call.Expect(zero == 0, "the last argument is 0") && isRange && isCoupling) {
+            library->stack.SetUpFrontEnd(ch, range, dc != 0, gnd != 0);
+        }
     }
 }
 
 void CorvantineDrvr_SetOffset(std::int32_t ch, float percent) {
     const Call call("SetOffset", ch, percent);
     if (Library* library = call.On(ch, Needs::Initialised)) {
-        call.Expect(std::abs(percent) <= 100.001F, "percent of span");
-        library->stack.SetOffset(ch, FiniteOr(percent, 0));
+        if (call.Expect(std::abs(percent) <= 100.001F, "percent of span")) {
+            library->stack.SetOffset(ch, percent);
+        }
     }
 }
 
 void CorvantineDrvr_SetCalSource(std::int32_t ch, std::int32_t value) {
     const Call call("SetCalSource", ch, value);
     if (Library* library = call.On(ch, Needs::Initialised)) {
-        call.Expect(value == 0 || value == 1, "0 or 1");
-        library->stack.SetCompensation(ch, value != 0);
+        if (call.Expect(value == 0 || value == 1, "0 or 1")) {
+            library->stack.SetCompensation(ch, value != 0);
+        }
     }
 }
 
@@ -52,56 +50,63 @@ void CorvantineDrvr_SetLEDMode(std::int32_t ch, std::int32_t value) {
 void CorvantineDrvr_SetBaseAdcClk(std::int32_t ch, std::int32_t megahertz) {
     const Call call("SetBaseAdcClk", ch, megahertz);
     if (Library* library = call.On(ch, Needs::Initialised)) {
-        call.Expect(megahertz == 50 || megahertz == 25 || megahertz == 10, "clock 50, 25 or 10");
-        library->stack.SetClock(ch, megahertz);
+        if (call.Expect(megahertz == 50 || megahertz == 25 || megahertz == 10, "clock 50, 25 or 10")) {
+            library->stack.SetClock(ch, megahertz);
+        }
     }
 }
 
 void CorvantineDrvr_SetDecimationRatio(std::int32_t ch, std::int32_t ratio) {
     const Call call("SetDecimationRatio", ch, ratio);
     if (Library* library = call.On(ch, Needs::Initialised)) {
-        call.Expect(ratio >= 1 && ratio <= 400000, "decimation 1..400000");
-        library->stack.SetDecimation(ch, ratio);
+        if (call.Expect(ratio >= 1 && ratio <= 400000, "decimation 1..400000")) {
+            library->stack.SetDecimation(ch, ratio);
+        }
     }
 }
 
 void CorvantineDrvr_SetRISMode(std::int32_t ch, std::int32_t on) {
     const Call call("SetRISMode", ch, on);
     if (Library* library = call.On(ch, Needs::Initialised)) {
-        call.Expect(on == 0 || on == 1, "0 or 1");
-        library->stack.SetRIS(ch, on != 0);
+        if (call.Expect(on == 0 || on == 1, "0 or 1")) {
+            library->stack.SetRIS(ch, on != 0);
+        }
     }
 }
 
 void CorvantineDrvr_SetTriggerDelay(std::int32_t ch, float seconds) {
     const Call call("SetTriggerDelay", ch, seconds);
     if (Library* library = call.On(ch, Needs::Initialised)) {
-        call.Expect(seconds >= 0 && std::isfinite(seconds), "a time that lies ahead");
-        library->stack.SetDelay(ch, FiniteOr(seconds, 0));
+        if (call.Expect(seconds >= 0 && std::isfinite(seconds), "a time that lies ahead")) {
+            library->stack.SetDelay(ch, seconds);
+        }
     }
 }
 
 void CorvantineDrvr_SetTrigThresh(std::int32_t ch, float percent) {
     const Call call("SetTrigThresh", ch, percent);
     if (Library* library = call.On(ch, Needs::Initialised)) {
-        call.Expect(std::abs(percent) <= 100, "percent of span");
-        library->stack.SetThreshold(ch, FiniteOr(percent, 0));
+        if (call.Expect(std::abs(percent) <= 100, "percent of span")) {
+            library->stack.SetThreshold(ch, percent);
+        }
     }
 }
 
 void CorvantineDrvr_SetTrigType(std::int32_t ch, std::int32_t type) {
     const Call call("SetTrigType", ch, type);
     if (Library* library = call.On(ch, Needs::Initialised)) {
-        call.Expect(type >= 0 && type <= 3, "type 0..3");
-        library->stack.SetType(ch, type);
+        if (call.Expect(type >= 0 && type <= 3, "type 0..3")) {
+            library->stack.SetType(ch, type);
+        }
     }
 }
 
 void CorvantineDrvr_SetPreTrigDepth(std::int32_t ch, float fraction) {
     const Call call("SetPreTrigDepth", ch, fraction);
     if (Library* library = call.On(ch, Needs::Initialised)) {
-        call.Expect(fraction >= 0 && fraction <= 0.99F, "fraction 0..0.99");
-        library->stack.SetPreTrigger(ch, FiniteOr(fraction, 0));
+        if (call.Expect(fraction >= 0 && fraction <= 0.99F, "fraction 0..0.99")) {
+            library->stack.SetPreTrigger(ch, fraction);
+        }
     }
 }
 

@@ -4,6 +4,13 @@
 #include <cstdio>
 #include <thread>
 
+Library::~Library() {
+    if (!closed) {
+        std::fprintf(stderr, "simulated stack: the library was not closed\n");
+        rules.Tell();
+    }
+}
+
 std::unique_ptr<Library>& TheLibrary() {
     static std::unique_ptr<Library> library;
     return library;
@@ -17,10 +24,11 @@ Library* Call::In() const {
     return library;
 }
 
-void Call::Expect(bool holds, const char* rule) const {
+bool Call::Expect(bool holds, const char* rule) const {
     if (!holds && TheLibrary()) {
         TheLibrary()->rules.Break(*this, rule);
     }
+    return holds;
 }
 
 Library* Call::InSlot(std::int32_t ch) const {

@@ -85,6 +85,7 @@ bool Stack::OpenAndReset(int ch) {
     slot.module = std::move(module);
     slot.open = true;
     slot.openedAt = Now();
+    slot.drivesLine = true; // who does not let go of it finds it low
     if (slot.module) {
         slot.module->Reset();
     }

@@ -306,6 +306,10 @@ void RunLoop::BecomeRunning() {
     record_.HeldZoom = 1;
     controls_.RunTimer->start();
     state_.AutoTicks = kProbeSoonTicks;
+    // What was set while stopped counts samples of the held record, or of none; the next one has its own.
+    if (record_.TriggerDelay > 0) {
+        calls_.DelayKnob_Change();
+    }
 }
 
 void RunLoop::OnceButton_Click() {

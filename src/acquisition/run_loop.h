@@ -43,6 +43,7 @@ class RunLoop : public QObject {
         std::function<void()> PretriggerSlider_Change;
         std::function<void()> UpdateStats;
         std::function<void()> SetDefaultLayering;
+        std::function<void()> DelayKnob_Change;
     };
     /// Where a channel's volts come from; a channel without a panel is null and counts as 0 volts.
     using Scales = PerChannel<const ChannelScale*>;

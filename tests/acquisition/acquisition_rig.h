@@ -114,7 +114,7 @@ struct AcquisitionParts {
                  Scales(),
                  {Note("PlotNow"), Note("DoMaths"),
                   [this] { note("PretriggerSlider_Change " + std::to_string(record.TriggerMark)); },
-                  Note("UpdateStats"), Note("SetDefaultLayering")},
+                  Note("UpdateStats"), Note("SetDefaultLayering"), [this] { timebase.DelayKnob_Change(); }},
                  {[this](int milliseconds) {
                       note("Sleep(" + std::to_string(milliseconds) + ")");
                       duringSleep(milliseconds);

@@ -46,7 +46,7 @@ TEST_P(ModeAllocation, TickTakesNoMemoryAfterTheFirstRecord) {
                  {&parts.RunTimer, &parts.AutoTriggerTimer, &parts.CursTimer, &parts.RunButton,
                   &parts.OnceButton, &parts.TriggerStatusLabel, &parts.UpdateRateLabel,
                   parts.offsetKnobs.Pointers()},
-                 {}, {[] {}, [] {}, [] {}, [] {}, [] {}}, {[](int) {}, [] {}});
+                 {}, {[] {}, [] {}, [] {}, [] {}, [] {}, [] {}}, {[](int) {}, [] {}});
     parts.record.TrigMode = GetParam().trigMode;
     parts.record.RISMode = GetParam().ris;
     parts.record.RollMode = GetParam().roll;

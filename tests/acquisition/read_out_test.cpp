@@ -107,6 +107,15 @@ TEST_F(ReadOut, RISPassOfStatusMinusOneIsDiscardedYetTheBufferIsLimited) {
     }
 }
 
+TEST_F(ReadOut, RISPassOfAnyOtherStatusIsTaken) {
+    for (const int status : {-2, 0, 1, 1000000}) {
+        FillRecord(8);
+        std::vector<float> buffer = Ramp();
+        ReadOutRIS(buffer.data(), {0.5F, 0, status}, {false, 0}, Row(1));
+        EXPECT_EQ(table(1, 5 * 20), 5.0F) << status;
+    }
+}
+
 TEST_F(ReadOut, RISPassPlacedOutsideTheGapIsDiscarded) {
     for (float position : {-0.001F, 20.5F, 1e30F, -1e30F, std::numeric_limits<float>::quiet_NaN(),
                            std::numeric_limits<float>::infinity()}) {

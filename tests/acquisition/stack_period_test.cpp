@@ -135,6 +135,20 @@ TEST_F(OnTheStack, RollFollowsTheMasterAndStartsWithAnotherSource) {
     EXPECT_EQ(parts->record.SampleData(1, 1500), 0);
 }
 
+TEST_F(OnTheStack, ARunBeginsWithTheDelayInSamplesOfItsOwn) {
+    OpenParts("[module]\nsignal = sine frequency=100kHz amplitude=2V\n");
+    parts->TimeBaseKnob.SetKnobValue(22); // 1 ms a sample
+    parts->loop.RunButton_Click();
+    parts->DelayKnob.SetKnobValue(parts->DelayKnob.KnobMin() + 60000);
+    EXPECT_EQ(parts->DelayLabel.text(), "60.000s");
+    parts->loop.RunButton_Click();
+    parts->TimeBaseKnob.SetKnobValue(8); // 20 ns
+    EXPECT_EQ(parts->DelayLabel.text(), "60.000s") << "of the record that is held";
+    parts->loop.RunButton_Click();
+    EXPECT_EQ(parts->DelayLabel.text(), "1.200ms");
+    EXPECT_TRUE(Plots(3)) << "the instrument waits no minute for what comes behind the trigger";
+}
+
 class AutoTrigger : public OnTheStack {
   protected:
     void SetUp() override {

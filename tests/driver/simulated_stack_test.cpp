@@ -101,6 +101,10 @@ TEST_F(SimulatedStack, ExampleFilesSayWhatTheyAreNamedAfter) {
     EXPECT_EQ(FindFile(examples + "/one_module.stack"), 1);
     EXPECT_EQ(FindFile(examples + "/miswired.stack"), 2);
     EXPECT_EQ(FindFile(examples + "/unpowered.stack"), 1);
+    for (const char* fault :
+         {"stops_answering", "stays_busy", "invalid_passes", "misplaced_passes", "bad_readings", "slow"}) {
+        EXPECT_EQ(FindFile(examples + "/" + fault + ".stack"), 2);
+    }
 }
 
 // What a driver has to bear
@@ -187,6 +191,7 @@ TEST_F(SimulatedStack, RunsTheDemonstrationWithoutModules) {
     for (int ch = 1; ch <= kScopeChannels; ++ch) {
         EXPECT_TRUE(driver->OpenAndReset(ch));
         EXPECT_EQ(driver->GetDetectLine(ch), 0);
+        EXPECT_FALSE(driver->PortOpen(ch));
         EXPECT_EQ(driver->GetSerialNumber(ch), QString("DEMO%1").arg(ch));
     }
     std::vector<double> demo(kSampleDepth);

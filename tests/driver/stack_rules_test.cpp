@@ -5,13 +5,31 @@
 #include <gmock/gmock.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <functional>
+#include <limits>
 
 namespace {
 
 using testing::HasSubstr;
 
-class StackRules : public StackFixture {};
+class StackRules : public StackFixture {
+  protected:
+    static std::string Once(const std::string& text) {
+        return "simulated stack: calls that broke the interface: 1\nsimulated stack: 1 x " + text + "\n";
+    }
+    /// What is said at the close of a library that these calls follow the opening of.
+    std::string AfterOpening(const std::string& stackText, const std::function<void(Driver&)>& use) {
+        EXPECT_EQ(Leave(), "");
+        qputenv("CORVANTINE_STACK", Write("opening.stack", stackText).c_str());
+        Driver early(LibraryBackend::Load(CORVANTINE_SIMULATED_STACK).backend);
+        const std::int32_t handle = early.OpenDrvr();
+        use(early);
+        testing::internal::CaptureStderr();
+        early.CloseDrvr(handle);
+        return testing::internal::GetCapturedStderr();
+    }
+};
 
 const char* const kTwo = "[module]\n[module]\n";
 
@@ -73,9 +91,138 @@ TEST_F(StackRules, EachIsNamed) {
     for (const auto& [text, use] : uses) {
         Open(kTwo, 2);
         use(*driver);
-        EXPECT_EQ(Leave(), "simulated stack: calls that broke the interface: 1\nsimulated stack: 1 x " +
-                               std::string(text) + "\n");
+        EXPECT_EQ(Leave(), Once(text));
     }
+}
+
+TEST_F(StackRules, WhatTheProgramsOwnWrapperNeverSendsIsNamedToo) {
+    using Use = std::function<void(DriverBackend&)>;
+    std::vector<float> floats(4 * kSampleRow);
+    std::vector<double> doubles(4096);
+    std::int32_t nought = 0;
+    std::int32_t five = 5;
+    const std::vector<std::pair<const char*, Use>> uses = {
+        {"SetNormTrig(1, 1): a boolean", [](DriverBackend& d) { d.SetNormTrig(1, 1); }},
+        {"SetTrigMaster(1, 1): a boolean", [](DriverBackend& d) { d.SetTrigMaster(1, 1); }},
+        {"SetRISMode(1, -1): 0 or 1", [](DriverBackend& d) { d.SetRISMode(1, -1); }},
+        {"SetUpFrontEnd(1, 1, -1, 0, 1): the last argument is 0",
+         [](DriverBackend& d) { d.SetUpFrontEnd(1, 1, -1, 0, 1); }},
+        {"SetUpFrontEnd(1, 1, 1, 0, 0): AC, DC or GND",
+         [](DriverBackend& d) { d.SetUpFrontEnd(1, 1, 1, 0, 0); }},
+        {"InitScope(2, 1): a boolean",
+         [](DriverBackend& d) { d.Close(2), d.OpenAndReset(2), d.InitScope(2, 1); }},
+        {"AcquisitionStart(2): before InitScope",
+         [](DriverBackend& d) { d.Close(2), d.OpenAndReset(2), d.AcquisitionStart(2); }},
+        {"GetBufferBlocksMultiChan(1, 2, 6): channels 1..4",
+         [&](DriverBackend& d) { d.GetBufferBlocksMultiChan(1, 2, floats.data(), 6); }},
+        {"GetBufferIncremental(1, 10, 3070): positions inside the buffer",
+         [&](DriverBackend& d) { d.GetBufferIncremental(1, floats.data(), 10, 3070); }},
+        {"GetBufferIncremental(1, 10, -1): positions inside the buffer",
+         [&](DriverBackend& d) { d.GetBufferIncremental(1, floats.data(), 10, -1); }},
+        {"GetSamplePeriod(1, 0): a boolean", [](DriverBackend& d) { d.GetSamplePeriod(1, 0); }},
+        {"ReScaleSampleData(3000, 0, 0, 0, 1): volts per division",
+         [&](DriverBackend& d) { d.ReScaleSampleData(floats.data(), floats.data(), 3000, 0, 0, 0, 1); }},
+        {"MakeSampleData(2999, 0, 0, 0): a whole record",
+         [&](DriverBackend& d) { d.MakeSampleData(doubles.data(), 2999, 0, 0, 0); }},
+        {"MakeSampleData(3000, 129, 0, 0): an offset in steps",
+         [&](DriverBackend& d) { d.MakeSampleData(doubles.data(), 3000, 129, 0, 0); }},
+        {"MakeSampleData(3000, 0, 0, 5): passes times 10",
+         [&](DriverBackend& d) { d.MakeSampleData(doubles.data(), 3000, 0, 0, 5); }},
+        {"FFT(1024, 0, 0): 2048 samples",
+         [&](DriverBackend& d) { d.FFT(doubles.data(), 1024, 0, 0, &nought); }},
+        {"FFT(2048, 0.25, 0): scale mode 0 or 0.5",
+         [&](DriverBackend& d) { d.FFT(doubles.data(), 2048, 0.25, 0, &nought); }},
+        {"FFT(2048, 0, 0): an integer that is 0",
+         [&](DriverBackend& d) { d.FFT(doubles.data(), 2048, 0, 0, &five); }},
+    };
+    LibraryBackend::Loaded raw = LibraryBackend::Load(CORVANTINE_SIMULATED_STACK);
+    ASSERT_TRUE(raw.backend);
+    for (const auto& [text, use] : uses) {
+        Open(kTwo, 2);
+        use(*raw.backend);
+        EXPECT_EQ(Leave(), Once(text));
+    }
+}
+
+TEST_F(StackRules, SoIsTheOrderOfTheStart) {
+    const auto enumerate = [](Driver& d, std::int32_t port, std::int32_t channel) {
+        EXPECT_EQ(d.Enumerate(port, channel), 1);
+    };
+    const std::string foreign = "[module]\nproduct = Somebody else's\n";
+    const auto forced = "Enumerate(-3, 5): a port and a channel 1..4, or -1, or -2";
+    EXPECT_EQ(AfterOpening(foreign, [&](Driver& d) { enumerate(d, -3, 5); }), Once(forced));
+    EXPECT_EQ(AfterOpening(foreign, [](Driver& d) { d.SetDemoMode(1); }),
+              Once("SetDemoMode(1): before Enumerate"));
+    EXPECT_EQ(AfterOpening(foreign, [&](Driver& d) { enumerate(d, -2, -2), d.SetDemoMode(0); }),
+              Once("SetDemoMode(0): 1 is the only argument"));
+    EXPECT_EQ(AfterOpening(foreign,
+                           [&](Driver& d) {
+                               enumerate(d, -2, -2);
+                               d.OpenAndReset(1);
+                               d.SetDemoMode(1);
+                               d.Close(1);
+                           }),
+              Once("SetDemoMode(1): a channel is open"));
+}
+
+TEST_F(StackRules, ASecondOpeningForgetsNothingOfTheFirst) {
+    EXPECT_EQ(AfterOpening(kTwo,
+                           [](Driver& d) {
+                               d.GetHWRev(2);
+                               d.OpenDrvr();
+                           }),
+              "simulated stack: calls that broke the interface: 2\n"
+              "simulated stack: 1 x GetHWRev(2): before Enumerate\n"
+              "simulated stack: 1 x OpenDrvr(): opened twice\n");
+}
+
+TEST_F(StackRules, AProgramThatForgetsTheCloseIsTold) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            Open(kTwo, 2);
+            driver->SetTrigType(1, 9);
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0),
+        "simulated stack: the library was not closed\n"
+        "simulated stack: calls that broke the interface: 1\n"
+        "simulated stack: 1 x SetTrigType\\(1, 9\\): type 0\\.\\.3");
+}
+
+TEST_F(StackRules, WhatIsOutOfRangeIsLeftUnused) {
+    Open("[module]\nsignal = square frequency=10kHz amplitude=1V\n");
+    const auto before = Acquire();
+    EXPECT_LT(before[1499], 0);
+    EXPECT_GT(before[1500], 0);
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    for (const int range : {-1, 3}) {
+        driver->SetUpFrontEnd(1, range, true, false);
+    }
+    driver->SetUpFrontEnd(1, 1, true, true);
+    driver->SetCalSource(1, 2);
+    for (const int megahertz : {0, 20, 100}) {
+        driver->SetBaseAdcClk(1, megahertz);
+    }
+    for (const int ratio : {-1, 0, 400001}) {
+        driver->SetDecimationRatio(1, ratio);
+    }
+    for (const int type : {-1, 4}) {
+        driver->SetTrigType(1, type);
+    }
+    for (const float wrong : {-101.0F, 101.0F, nan}) {
+        driver->SetOffset(1, wrong);
+        driver->SetTrigThresh(1, wrong);
+    }
+    for (const float wrong : {-1e-3F, nan, std::numeric_limits<float>::infinity()}) {
+        driver->SetTriggerDelay(1, wrong);
+    }
+    for (const float wrong : {-0.1F, 1.0F, nan}) {
+        driver->SetPreTrigDepth(1, wrong);
+    }
+    EXPECT_FLOAT_EQ(driver->GetSamplePeriod(true, 0), 2e-8F);
+    EXPECT_EQ(Acquire(), before);
+    EXPECT_THAT(Leave(), HasSubstr("broke the interface: 24\n"));
 }
 
 TEST_F(StackRules, AChannelIsAskedForOnlyAfterEnumerate) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace {
 
@@ -77,6 +78,72 @@ TEST_F(StackSettings, InterleavingIsEachModulesOwn) {
     EXPECT_NE(driver->GetBufferRIS(2, entries.data(), 150).status, -1);
 }
 
+TEST_F(StackSettings, OnlyTheSourcesTriggerCounts) {
+    Open(std::string(kSquare) + kSquare, 2);
+    driver->SetTrigThresh(2, 90);
+    driver->SetTrigType(2, 2);
+    const auto record = Acquire();
+    EXPECT_LT(record[1499], 0);
+    EXPECT_GT(record[1500], 0);
+    driver->SetTrigThresh(1, 90);
+    driver->SetTrigThresh(2, 0);
+    driver->SetNormTrig(2, false);
+    Start();
+    driver->SetNormTrig(2, false);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(5);
+    do {
+        ASSERT_EQ(driver->GetTriggeredStatus(1), 0);
+        ASSERT_EQ(driver->GetTriggeredStatus(2), 0);
+    } while (std::chrono::steady_clock::now() < end);
+}
+
+TEST_F(StackSettings, ASourceThatWasEndedTriggersNobody) {
+    Open(std::string(kSquare) + kSquare, 2);
+    driver->SetTrigThresh(1, 90);
+    Start();
+    driver->AcquisitionEnd(1);
+    driver->SetTrigThresh(1, 0);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(5);
+    do {
+        ASSERT_EQ(driver->GetTriggeredStatus(2), 0);
+    } while (std::chrono::steady_clock::now() < end);
+}
+
+TEST_F(StackSettings, ASlowModuleHasNoMoreBeforeTheTriggerThanItTookSinceTheArm) {
+    Open(std::string(kSquare) + kSquare, 2);
+    driver->SetBaseAdcClk(2, 10);
+    driver->SetDecimationRatio(2, 10000); // 1 ms a sample
+    Start();
+    EXPECT_TRUE(Until([this] { return driver->GetTriggeredStatus(2) != 0; }));
+    EXPECT_LT(driver->GetSamplesSinceTrigger(2), 1000);
+}
+
+TEST_F(StackSettings, AChangedClockEndsTheRecord) {
+    Open(kSquare);
+    driver->SetNormTrig(1, false);
+    const std::vector<std::function<void(Driver&)>> changes = {[](Driver& d) { d.SetBaseAdcClk(1, 50); },
+                                                               [](Driver& d) { d.SetDecimationRatio(1, 10); },
+                                                               [](Driver& d) { d.SetRISMode(1, true); }};
+    for (const auto& change : changes) {
+        SetTimebase(10, 400000); // 40 ms a sample
+        Start();
+        EXPECT_NE(driver->GetAcquistionState(1), 0);
+        change(*driver);
+        EXPECT_EQ(driver->GetAcquistionState(1), 0);
+    }
+}
+
+TEST_F(StackSettings, AnotherSourceActsWhileTheTriggerIsAwaited) {
+    Open(std::string(kSquare) + kSquare, 2);
+    driver->SetTrigThresh(1, 90);
+    Start();
+    EXPECT_NE(driver->GetAcquistionState(1), 0);
+    driver->SetTrigMaster(1, false);
+    driver->SetTrigMaster(2, true);
+    EXPECT_TRUE(Idle(1) && Idle(2));
+    EXPECT_NE(driver->GetTriggeredStatus(1), 0);
+}
+
 TEST_F(StackSettings, AModuleThatTakesNoPartTellsOfTheSource) {
     Open(std::string(kSquare) + kSquare, 2);
     driver->SetTrigMaster(1, false);
@@ -126,6 +193,112 @@ TEST_F(StackSettings, WhatWasNeverSetShows) {
     EXPECT_EQ(Row(1), std::vector<float>(kSampleRow, 123)) << "grounded, at the upper end";
 }
 
+/// All that the program sets before a record, but for one call.
+class ForgottenCall : public StackSettings {
+  protected:
+    void OpenWithout(const std::string& keys, const std::string& forgotten) {
+        Find(Module(keys));
+        ASSERT_TRUE(driver->OpenAndReset(1));
+        opened = 1;
+        const std::vector<std::pair<const char*, std::function<void(Driver&)>>> calls = {
+            {"SetDetectLine", [](Driver& d) { d.SetDetectLine(1, 0, 1); }},
+            {"InitScope", [](Driver& d) { d.InitScope(1, true); }},
+            {"SetTrigMaster", [](Driver& d) { d.SetTrigMaster(1, true); }},
+            {"SetUpFrontEnd", [](Driver& d) { d.SetUpFrontEnd(1, 1, true, false); }},
+            {"SetOffset", [](Driver& d) { d.SetOffset(1, 0); }},
+            {"SetCalSource", [](Driver& d) { d.SetCalSource(1, 0); }},
+            {"SetTrigType", [](Driver& d) { d.SetTrigType(1, 3); }},
+            {"SetTrigThresh", [](Driver& d) { d.SetTrigThresh(1, 0); }},
+            {"SetPreTrigDepth", [](Driver& d) { d.SetPreTrigDepth(1, 0.5F); }},
+            {"SetTriggerDelay", [](Driver& d) { d.SetTriggerDelay(1, 0); }},
+            {"SetNormTrig", [](Driver& d) { d.SetNormTrig(1, true); }},
+        };
+        for (const auto& [name, call] : calls) {
+            if (forgotten != name) {
+                call(*driver);
+            }
+        }
+        SetTimebase(50, 1);
+    }
+    /// Of a wave of 100 Hz that passes its middle at the trigger. A record of 60 us sees one edge at most.
+    int EdgeWithout(const std::string& forgotten) {
+        OpenWithout("signal = square frequency=100Hz amplitude=1V", forgotten);
+        const auto rises = Rises(Acquire());
+        return rises.empty() ? -1 : rises.front();
+    }
+    bool FiresWithout(const std::string& forgotten) {
+        OpenWithout("signal = sine frequency=100kHz amplitude=1V", forgotten);
+        Start();
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(10);
+        bool fires = false;
+        while (!fires && std::chrono::steady_clock::now() < end) {
+            fires = driver->GetTriggeredStatus(1) != 0;
+        }
+        End();
+        return fires;
+    }
+};
+
+TEST_F(ForgottenCall, ShowsInTheRecord) {
+    EXPECT_EQ(EdgeWithout("nothing"), 1500);
+    EXPECT_EQ(EdgeWithout("SetPreTrigDepth"), 370);
+    EXPECT_EQ(EdgeWithout("SetTriggerDelay"), -1);
+    OpenWithout("signal = compensation amplitude=1V", "SetCalSource");
+    driver->SetNormTrig(1, false);
+    SetTimebase(10, 10);
+    const auto record = Acquire();
+    EXPECT_GT(*std::max_element(record.begin(), record.end()), 40);
+}
+
+TEST_F(ForgottenCall, ShowsAsNoTrigger) {
+    EXPECT_TRUE(FiresWithout("nothing"));
+    EXPECT_FALSE(FiresWithout("SetTrigType"));
+    EXPECT_FALSE(FiresWithout("SetTrigThresh"));
+    EXPECT_FALSE(FiresWithout("SetUpFrontEnd"));
+}
+
+TEST_F(ForgottenCall, ShowsOnTheDetectLine) {
+    OpenWithout("", "nothing");
+    EXPECT_NE(driver->GetDetectLine(1), 0);
+    OpenWithout("", "SetDetectLine");
+    EXPECT_EQ(driver->GetDetectLine(1), 0);
+}
+
+TEST_F(StackSettings, AnOpenForgetsTheFrontEndToo) {
+    Open(Module("signal = compensation amplitude=1V"));
+    driver->SetOffset(1, 10);
+    driver->Close(1);
+    ASSERT_TRUE(driver->OpenAndReset(1));
+    driver->InitScope(1, true);
+    driver->SetTrigMaster(1, true);
+    driver->SetNormTrig(1, false);
+    SetTimebase(50, 1);
+    driver->SetTriggerDelay(1, 0);
+    EXPECT_EQ(Acquire()[0], 123);
+}
+
+TEST_F(StackSettings, InterleavingGoesByEachModulesOwnClock) {
+    const std::string fast = "[module]\nsignal = square frequency=500kHz amplitude=1V\n";
+    Open(fast + fast, 2);
+    SetTimebase(50, 1, true);
+    driver->SetBaseAdcClk(2, 10);
+    EXPECT_FLOAT_EQ(driver->GetSamplePeriod(true, 0), 1e-9F);
+    Start();
+    EXPECT_TRUE(Idle(1) && Idle(2));
+    End();
+    std::vector<float> entries(kSampleRow + 1);
+    const auto periods = [&](int ch) {
+        EXPECT_NE(driver->GetBufferRIS(ch, entries.data(), 150).status, -1);
+        int rises = 0;
+        for (std::size_t i = 1; i < 150; ++i) {
+            rises += entries[i - 1] < 0 && entries[i] >= 0 ? 1 : 0;
+        }
+        return rises;
+    };
+    EXPECT_NEAR(periods(1), 1.5, 0.6) << "3 us";
+    EXPECT_NEAR(periods(2), 7.5, 0.6) << "15 us: the program forgot its clock";
+}
+
 TEST_F(StackSettings, AnOpenForgetsWhatWasSetBefore) {
     Open(kSquare);
     EXPECT_FLOAT_EQ(driver->GetSamplePeriod(true, 0), 2e-8F);
@@ -169,6 +342,28 @@ TEST_F(ChangedWhileWaiting, ATypeActsFromThatMomentOn) {
 
 TEST_F(ChangedWhileWaiting, AnOffsetActsFromThatMomentOn) {
     LetTheEdgePass([this] { driver->SetOffset(1, -90); }, [this] { driver->SetOffset(1, 0); });
+}
+
+/// An edge that came before the change, and that nobody has asked for yet, has fired all the same.
+class ChangedAfterTheEdge : public StackSettings {
+  protected:
+    bool IsTriggeredAfter(const std::function<void()>& change) {
+        // Rises every 2 ms and never again within a record.
+        Open(Module("signal = square frequency=500Hz amplitude=1V"));
+        driver->SetPreTrigDepth(1, 0);
+        Start();
+        std::this_thread::sleep_for(std::chrono::milliseconds(4));
+        change();
+        return driver->GetTriggeredStatus(1) != 0;
+    }
+};
+
+TEST_F(ChangedAfterTheEdge, AThresholdIsTooLate) {
+    EXPECT_TRUE(IsTriggeredAfter([this] { driver->SetTrigThresh(1, 90); }));
+}
+
+TEST_F(ChangedAfterTheEdge, ATypeIsTooLate) {
+    EXPECT_TRUE(IsTriggeredAfter([this] { driver->SetTrigType(1, 2); }));
 }
 
 TEST_F(ChangedWhileWaiting, AFallingEdgeThatWasSeenCountsAsOne) {

@@ -173,7 +173,8 @@ void Instrument::MakeParts() {
                        .DoMaths = [this] { mathTab->DoMaths(); },
                        .PretriggerSlider_Change = [this] { trigger->PretriggerSlider_Change(); },
                        .UpdateStats = [this] { measurements->UpdateStats(); },
-                       .SetDefaultLayering = layer},
+                       .SetDefaultLayering = layer,
+                       .DelayKnob_Change = [this] { timebase->DelayKnob_Change(); }},
         Waiting{environment.sleep, environment.yield});
 
     // What is kept

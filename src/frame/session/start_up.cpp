@@ -271,10 +271,6 @@ void ShowForms(Instrument& instrument) {
 
 void StartRunning(Instrument& instrument) {
     instrument.runLoop->RunButton_Click();
-    // A saved delay was turned into seconds with the period of no record at all; now there is one.
-    if (instrument.record.TriggerDelay > 0) {
-        instrument.timebase->DelayKnob_Change();
-    }
     instrument.cursorBars->PlaceHandles();
     instrument.record.PlotInhibit = false;
     instrument.record.TracesStale = false;
