@@ -2,8 +2,8 @@
 
 build_packages="build-essential cmake ninja-build qt6-base-dev libxcb-shape0-dev libkissfft-dev fonts-liberation fonts-comic-neue"
 screen_packages="xvfb openbox dbus-daemon x11-utils imagemagick xdotool"
-test_packages="clang libclang-rt-14-dev lld libgtest-dev libgmock-dev libsm-dev libxcb-res0-dev python3 xfwm4 metacity xclip weston wl-clipboard qt6-wayland xwayland x11-xserver-utils appstream desktop-file-utils pkg-config"
-endurance_packages="strace faketime devscripts"
+test_packages="clang libclang-rt-14-dev lld libgtest-dev libgmock-dev libsm-dev libxcb-res0-dev python3 xfwm4 metacity xclip weston wl-clipboard qt6-wayland xwayland x11-xserver-utils appstream desktop-file-utils pkg-config strace"
+endurance_packages="faketime devscripts"
 
 . "${BASH_SOURCE[0]%/*}/progress.sh"
 

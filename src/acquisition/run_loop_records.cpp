@@ -12,6 +12,12 @@ constexpr int kBlocks = 6;         ///< of 512 positions, they fill a row
 constexpr int kRollIncrement = 10; ///< fewer new samples are not worth a plot
 constexpr int kPhasePerPass = 10;
 
+/// A cursor at the very end stands one step past the last sample. Where nothing is read out for that place,
+/// the last sample holds.
+void HoldEnd(RecordRow row) {
+    row[kSampleDepth] = row[kSampleDepth - 1];
+}
+
 } // namespace
 
 void RunLoop::FillDemoData() {
@@ -23,6 +29,7 @@ void RunLoop::FillDemoData() {
         for (int i = 0; i < kSampleDepth; ++i) {
             row[i] = static_cast<float>(DemoBuffer[static_cast<std::size_t>(i)]);
         }
+        HoldEnd(row);
     }
 }
 
@@ -64,6 +71,9 @@ void RunLoop::ReadRIS() {
         }
         ReadOutRIS(ChannelBuffer.data(), {state_.RISPosition, 0, state_.RISStatus}, ConditioningOf(ch),
                    Row(ch));
+        if (state_.RISPosition < static_cast<float>(kRISGap)) {
+            HoldEnd(Row(ch));
+        }
     }
 }
 
@@ -89,6 +99,7 @@ void RunLoop::FlattenTraces() {
         for (int i = 0; i < kSampleDepth; ++i) {
             row[i] = offset;
         }
+        HoldEnd(row);
     }
 }
 

@@ -156,8 +156,10 @@ void Timebase::SetRISModeInUse(bool on) {
 void Timebase::ShowMode() {
     // The period is asked for in the new mode: the interleaved one is in force until it has been left.
     AcqModeText = ModeText(driver_.GetSamplePeriod(true, 0), record_.RISMode, record_.RollMode);
-    controls_.AcqModeLabel->setText(AcqModeText);
-    AnnounceStatus(*controls_.AcqModeLabel);
+    if (controls_.AcqModeLabel->text() != AcqModeText) {
+        controls_.AcqModeLabel->setText(AcqModeText);
+        AnnounceStatus(*controls_.AcqModeLabel);
+    }
 }
 
 void Timebase::KeepCursorsInRecord() {

@@ -155,6 +155,11 @@ void ChannelTab::RescaleHeldTrace(float offset) {
     driver_.ReScaleSampleData(heldTrace_.data(), rescaledTrace_.data(), record_.SampleDepth,
                               OffsetPercent(record_.HeldOffset[ch]), OffsetPercent(offset),
                               record_.HeldVoltsPerDiv[ch], GetVoltsPerDiv());
+    // What a cursor at the very end reads, one step past the last sample.
+    const auto depth = static_cast<std::size_t>(record_.SampleDepth);
+    if (depth > 0 && depth < rescaledTrace_.size()) {
+        rescaledTrace_[depth] = rescaledTrace_[depth - 1];
+    }
     for (int i = 0; i < positions; ++i) {
         record_.SampleData(ch, i) = rescaledTrace_[static_cast<std::size_t>(i)];
     }

@@ -74,7 +74,7 @@ void MathChannel::Compute() {
     ComputeMathRow(op, {record_.SampleData.row(a), Ground(a), first->GetVoltsPerADCStep()},
                    {record_.SampleData.row(b), Ground(b), second->GetVoltsPerADCStep()},
                    {GetVoltsPerDiv(), offset}, record_.SampleData.row(channel_), ChannelTable::stride(),
-                   record_.SampleDepth);
+                   record_.SampleDepth + 1); // a cursor at the very end stands one step past the last
 }
 
 void MathChannel::RatchetUpVoltsPerDiv(float first, float second) {

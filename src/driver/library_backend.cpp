@@ -34,6 +34,9 @@ LibraryBackend::Loaded LibraryBackend::Load(const QString& path) {
     if (!file.exists()) {
         return {nullptr, "there is no such file"};
     }
+    if (!file.isFile() && !file.isDir()) {
+        return {nullptr, "it is no file"}; // the loader would wait for somebody to write into a pipe
+    }
     const QString absolute = file.absoluteFilePath();
     QLibrary library(absolute);
     // A symbol that the library lacks itself is found out here and not in the middle of a measurement.

@@ -30,6 +30,10 @@ QString FineSkinFile(const QString& skinFile) {
 }
 
 QImage LoadFineSkin(const QString& skinFile) {
+    // A pipe or a device in the place of either, which may come after the start, would block the panel.
+    if (!QFileInfo(FineSkinFile(skinFile)).isFile() || !QFileInfo(skinFile).isFile()) {
+        return {};
+    }
     QImageReader fine(FineSkinFile(skinFile), "JPG");
     const QSize size = fine.size();
     const QSize coarse = QImageReader(skinFile, "BMP").size();
@@ -42,7 +46,7 @@ QImage LoadFineSkin(const QString& skinFile) {
 }
 
 FaceDrawing FineSkinDrawing(const QString& skinFile, const QPixmap& bitmap) {
-    if (!QFileInfo::exists(FineSkinFile(skinFile))) {
+    if (!QFileInfo(FineSkinFile(skinFile)).isFile()) {
         return {};
     }
     return [skinFile, bitmap](QPainter& painter, const QRectF& place) {

@@ -93,7 +93,7 @@ TEST_F(RunLoopTest, StopWithStaleTracesFlattensThemAtTheirOffsets) {
     rig.offsetKnobs[3].SetKnobValue(33);
     rig.offsetKnobs[1].SetKnobValue(-127);
     record.SampleData(3, 10) = 5;
-    record.SampleData(3, 3000) = 6;
+    record.SampleData(3, 3000) = record.SampleData(3, 3001) = 6;
     record.SampleData(5, 10) = 7;
     record.TracesStale = true;
     rig.loop.RunButton_Click();
@@ -101,7 +101,8 @@ TEST_F(RunLoopTest, StopWithStaleTracesFlattensThemAtTheirOffsets) {
     EXPECT_EQ(record.SampleData(3, 0), 33);
     EXPECT_EQ(record.SampleData(3, 10), 33) << "in use or not";
     EXPECT_EQ(record.SampleData(3, 2999), 33);
-    EXPECT_EQ(record.SampleData(3, 3000), 6);
+    EXPECT_EQ(record.SampleData(3, 3000), 33) << "for a cursor at the end";
+    EXPECT_EQ(record.SampleData(3, 3001), 6);
     EXPECT_EQ(record.SampleData(5, 10), 7);
     EXPECT_EQ(record.HeldSampleData(3, 10), 5) << "held before the traces were flattened";
     EXPECT_EQ(script.Count("PlotNow"), 1);

@@ -7,6 +7,7 @@ TEST_F(RunModes, RISMakesFivePassesATickAndWeavesThemIn) {
     record.TrigMode = 1;
     record.ScopeInUse[3] = false;
     record.OffsetNull(1, 2) = 0.5F;
+    record.SampleData(1, 3000) = 77; // of the mode before
     rig.Run();
     int pass = 0;
     script.risPass.By([&](int ch) {
@@ -31,6 +32,7 @@ TEST_F(RunModes, RISMakesFivePassesATickAndWeavesThemIn) {
         EXPECT_EQ(record.SampleData(3, k), record.SampleData(2, k)) << "the buffer's old content";
     }
     EXPECT_EQ(record.SampleData(1, 6), 0);
+    EXPECT_EQ(record.SampleData(1, 3000), record.SampleData(1, 2999)) << "for a cursor at the end";
     EXPECT_EQ(state.RISPosition, 5.5F);
     EXPECT_EQ(state.RISStatus, 0);
 }
@@ -72,7 +74,9 @@ TEST_F(RunModes, DemoGeneratesAndEndsOnePassEveryTick) {
     EXPECT_EQ(Tick(), Calls("Yield") + generated + Calls("GetAcquistionState(1)") +
                           Each({1, 2, 3, 4}, "SetNormTrig(#, 0)") + starts + look + ends + readBlocks + plot);
     EXPECT_EQ(record.SampleData(2, 100), -30 + 1 + 30 + 50.0F) << "the read-out leaves them";
-    EXPECT_EQ(record.SampleData(1, 3000), 0);
+    EXPECT_EQ(record.SampleData(1, 3000), record.SampleData(1, 2999)) << "for a cursor at the end";
+    EXPECT_NE(record.SampleData(1, 3000), 0);
+    EXPECT_EQ(record.SampleData(1, 3001), 0);
     EXPECT_EQ(state.PassCount, 4);
     EXPECT_EQ(rig.StatusColour(), kStatusGrey);
     EXPECT_EQ(rig.StatusText(), "trigger !");

@@ -216,7 +216,9 @@ TEST_F(TimebaseTest, TheModeIsToldToAssistiveTechnology) {
         }
     });
     Turn(4);
+    Turn(3); // another timebase of the same mode, as is a knob that is only painted anew
     Turn(5);
+    Turn(6);
     ListenToAnnouncements(nullptr);
     EXPECT_EQ(rig.AcqModeLabel.accessibleName(), "Acquisition mode");
     EXPECT_EQ(heard, (QStringList{"Acquistion mode: RIS (repetitive inputs, norm trig only, effective sample "

@@ -82,7 +82,7 @@ TEST_F(ChannelTabTest, HeldTraceMovesWithTheOffset) {
     record.HeldSampleData(2, 0) = 30;
     record.HeldSampleData(2, 2999) = -50;
     record.HeldSampleData(2, 3000) = 99;
-    record.SampleData(2, 3000) = 88;
+    record.SampleData(2, 3000) = record.SampleData(2, 3001) = 88;
     record.SampleData(1, 0) = 7;
     Put(OffsetKnob, 30);
     tab.OffsetKnob_Change();
@@ -90,7 +90,8 @@ TEST_F(ChannelTabTest, HeldTraceMovesWithTheOffset) {
                                 "ReScaleSampleData(3000, 7.874016, 23.622047, 0.3, 0.3)", "PlotNow"));
     EXPECT_NEAR(record.SampleData(2, 0), 50, 1e-4);
     EXPECT_NEAR(record.SampleData(2, 2999), -30, 1e-4);
-    EXPECT_EQ(record.SampleData(2, 3000), 0) << "positions behind the record come back empty";
+    EXPECT_NEAR(record.SampleData(2, 3000), -30, 1e-4) << "for a cursor at the end";
+    EXPECT_EQ(record.SampleData(2, 3001), 0) << "positions behind the record come back empty";
     EXPECT_EQ(record.SampleData(1, 0), 7);
     EXPECT_EQ(record.HeldSampleData(2, 0), 30) << "the held data never change";
     Put(OffsetKnob, 10);

@@ -117,6 +117,15 @@ TEST_F(MathTabTest, AddsTwoChannelsInItsOwnScale) {
     EXPECT_EQ(rig.tab.Scale(1).GetRange(), 2);
 }
 
+TEST_F(MathTabTest, WhatACursorAtTheVeryEndReadsIsWorkedOutToo) {
+    rig.record.SampleData(1, kSampleDepth) = 20;
+    rig.record.SampleData(2, kSampleDepth) = 5;
+    rig.Choose(1, 2, 1);
+    rig.Enable(1);
+    EXPECT_FLOAT_EQ(rig.Sample(5, kSampleDepth), 25);
+    EXPECT_EQ(rig.Sample(5, kSampleDepth + 1), 0);
+}
+
 TEST_F(MathTabTest, BothChannelsAreOfOneKind) {
     rig.FillRow(3, 30);
     rig.FillRow(4, 5);

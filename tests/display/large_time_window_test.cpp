@@ -1,3 +1,4 @@
+#include "controls/colour.h"
 #include "controls/form.h"
 #include "controls/knob_control.h"
 #include "display/large_time_design.h"
@@ -6,7 +7,9 @@
 #include "frame/record/record.h"
 
 #include <QFontMetrics>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QScreen>
 #include <gtest/gtest.h>
 
 namespace {
@@ -79,4 +82,29 @@ TEST_F(LargeTimeWindowTest, AWindowTooLowForItsTextKeepsTheCanvasHeight) {
     const int height = form.control<PlotCanvas>("Canvas")->height();
     form.resize(700, 10);
     EXPECT_EQ(form.control<PlotCanvas>("Canvas")->height(), height);
+}
+
+TEST_F(LargeTimeWindowTest, ADoubleClickFillsTheScreenButForATwentiethBelow) {
+    form.show();
+    plots = 0;
+    emit form.control<PlotCanvas>("Canvas")->DoubleClicked(10, 10);
+    const QSize screen = QGuiApplication::primaryScreen()->size();
+    EXPECT_EQ(form.geometry(), QRect(0, 0, screen.width(), screen.height() * 95 / 100));
+    const int line = QFontMetrics(form.font()).height();
+    EXPECT_EQ(form.control<PlotCanvas>("Canvas")->size(), form.size() - QSize(0, 2 * line));
+    EXPECT_GT(plots, 0);
+}
+
+TEST_F(LargeTimeWindowTest, TheKeyOfTheChannelsTakesTheirColours) {
+    form.show();
+    for (int channel = 1; channel <= kAllChannels; ++channel) {
+        record.ChannelColour[channel] = static_cast<Colour>(0x102030 * channel);
+    }
+    form.resize(700, 400);
+    for (int channel = 1; channel <= kAllChannels; ++channel) {
+        EXPECT_EQ(form.control<QLabel>("Ch", channel)->palette().color(QPalette::WindowText),
+                  ToQColor(record.ChannelColour[channel]));
+    }
+    EXPECT_EQ(form.control<QLabel>("Ch", 5)->text(), QStringLiteral("M1"));
+    EXPECT_EQ(form.control<QLabel>("Ch", 6)->text(), QStringLiteral("M2"));
 }

@@ -12,6 +12,7 @@
 #include <QTemporaryDir>
 #include <cstring>
 #include <dlfcn.h>
+#include <sys/stat.h>
 
 extern "C" std::int32_t header_in_c_sizes(std::int32_t which);
 
@@ -118,6 +119,15 @@ TEST_F(DriverChoiceTest, EmptyFileAndFolder) {
     const DriverChoice choice = ChooseDriver(folder.path(), folder.path());
     EXPECT_TRUE(IsBuiltIn(choice));
     EXPECT_FALSE(choice.failure.isEmpty());
+}
+
+TEST_F(DriverChoiceTest, APipeDoesNotBlock) {
+    const QString pipe = folder.filePath("pipe.so");
+    ASSERT_EQ(mkfifo(qPrintable(pipe), 0600), 0);
+    const DriverChoice choice = ChooseDriver(pipe, folder.path());
+    EXPECT_TRUE(IsBuiltIn(choice));
+    EXPECT_EQ(Failure(choice), "The driver library\n" + pipe.toStdString() +
+                                   "\ncannot be used: it is no file.\nUsing the built-in driver instead.");
 }
 
 TEST_F(DriverChoiceTest, OneExportMissing) {

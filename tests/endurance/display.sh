@@ -37,7 +37,12 @@ until_true() {
 }
 gone() { ! kill -0 "$1" 2>/dev/null; }
 shows() { xwininfo -root -tree 2>/dev/null | grep -qF "\"$1\""; }
-managed() { xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 0x; }
+# The screen names the window of a manager that has died as well.
+managed() {
+    local named
+    named=$(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -o '0x[0-9a-f]*') &&
+        xprop -id "$named" _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 0x
+}
 unmanaged() { ! managed; }
 setting() { sed -n "s/^$1=//p" "$settings" 2>/dev/null | head -1; }
 changed() { [ -n "$(setting TimeBase)" ] && [ "$(setting TimeBase)" != "$usual" ]; }
@@ -99,7 +104,7 @@ changed || fail "suspended: what was set is not saved"
 rm -rf "$XDG_CONFIG_HOME/Corvantine"
 start_program "$program"
 { kill -KILL $manager; wait $manager; } 2>/dev/null
-until_true unmanaged # its window goes with it
+until_true unmanaged || fail "manager: it is still there" # its window goes with it
 start_manager
 shows "Corvantine measurements" || fail "manager: the window is gone"
 turn
@@ -127,7 +132,11 @@ else
 fi
 
 rm -rf "$XDG_CONFIG_HOME/Corvantine"
-start_program "$program"
+# With the session goes who reads what the program says of it.
+mkfifo "$scratch/unread"
+exec {unread}<>"$scratch/unread"
+start_program bash -c 'unread=$3; exec 2>"$2"; exec {unread}<&-; exec "$1"' bash "$program" "$scratch/unread" $unread
+exec {unread}<&-
 turn
 { kill -KILL $screen; wait $screen; } 2>/dev/null
 end_of $pid "screen"

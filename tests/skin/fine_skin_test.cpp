@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -96,6 +97,21 @@ TEST_F(FineSkin, OfMorePixelsThanAnyFaceIsNotDecoded) {
     ASSERT_TRUE(wide.save(skin));
     SaveFine({40000, 960}, Sha1());
     EXPECT_TRUE(LoadFineSkin(skin).isNull());
+}
+
+TEST_F(FineSkin, APipeInItsPlaceDoesNotBlock) {
+    ASSERT_EQ(mkfifo(qPrintable(FineSkinFile(skin)), 0600), 0);
+    EXPECT_FALSE(FineSkinDrawing(skin, QPixmap(skin)));
+    EXPECT_TRUE(LoadFineSkin(skin).isNull());
+}
+
+TEST_F(FineSkin, WhoseBitmapHasGoneForAPipeDoesNotBlock) {
+    SaveFine({120, 72}, Sha1());
+    const FaceDrawing drawing = FineSkinDrawing(skin, QPixmap(skin));
+    ASSERT_TRUE(drawing);
+    ASSERT_TRUE(QFile::remove(skin));
+    ASSERT_EQ(mkfifo(qPrintable(skin), 0600), 0);
+    EXPECT_EQ(RenderDrawing(drawing, {40, 24}, 2).toImage().pixelColor(40, 24), QColor(Qt::red));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QLocale>
+#include <fcntl.h>
 #include <utility>
 
 namespace {
@@ -23,7 +24,11 @@ void DebugLog::OpenLog(const QString& fileName, bool enable) {
         return;
     }
     file_.setFileName(QDir(folder_).filePath(fileName));
-    if (!file_.open(QIODevice::Append | QIODevice::Text)) {
+    // A pipe that nobody reads would keep the program from starting, a full one from going on.
+    const int handle = ::open(QFile::encodeName(file_.fileName()).constData(),
+                              O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666);
+    if (handle < 0 ||
+        !file_.open(handle, QIODevice::WriteOnly | QIODevice::Text, QFileDevice::AutoCloseHandle)) {
         if (warn_) {
             warn_(
                 QStringLiteral("Warning:  failed to open Corvantinelog.txt for writing/append\n"

@@ -21,25 +21,33 @@ extern "C" void NoteSignal(int) {
     errno = kept;
 }
 
+/// Not ignored, as what the program starts would ignore it too.
+extern "C" void NoteNothing(int) {}
+
+void Handle(int number, void (*handler)(int)) {
+    struct sigaction action = {};
+    sigaction(number, nullptr, &action);
+    if (action.sa_handler == SIG_IGN) {
+        return; // whoever started us wants us to live on, as nohup does
+    }
+    action = {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    sigaction(number, &action, nullptr);
+}
+
 } // namespace
 
 EndSignals::EndSignals() {
+    Handle(SIGPIPE, NoteNothing);
     if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         return; // the signals keep their usual effect
     }
     notifier_ = std::make_unique<QSocketNotifier>(ends[0], QSocketNotifier::Read);
     connect(notifier_.get(), &QSocketNotifier::activated, this, &EndSignals::Read);
     for (const int number : kSignals) {
-        struct sigaction action = {};
-        sigaction(number, nullptr, &action);
-        if (action.sa_handler == SIG_IGN) {
-            continue; // whoever started us wants us to live on, as nohup does
-        }
-        action = {};
-        action.sa_handler = NoteSignal;
-        action.sa_flags = SA_RESTART;
-        sigemptyset(&action.sa_mask);
-        sigaction(number, &action, nullptr);
+        Handle(number, NoteSignal);
     }
 }
 

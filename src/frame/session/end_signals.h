@@ -5,7 +5,8 @@
 #include <memory>
 
 /// Turns the system's signals that ask a program to end (SIGTERM, SIGINT, SIGHUP) into one of the event
-/// loop, where there is time to save. One object a process.
+/// loop, where there is time to save. A pipe that nobody reads any more (SIGPIPE), as that of the standard
+/// error often is when a session ends, is none of these and ends nothing. One object a process.
 class EndSignals : public QObject {
     Q_OBJECT
   public:

@@ -37,8 +37,11 @@ std::optional<double> ByLocale(const QString& text, bool groups) {
     return Plain(QString(text).replace(locale.decimalPoint(), QLatin1String(".")));
 }
 
-std::optional<double> WithComma(QString text) {
-    return Plain(text.replace(QLatin1Char(','), QLatin1Char('.')));
+constexpr QChar kArabicSeparator(0x066B);
+
+std::optional<double> WithForeignSeparator(QString text) {
+    return Plain(
+        text.replace(QLatin1Char(','), QLatin1Char('.')).replace(kArabicSeparator, QLatin1Char('.')));
 }
 
 float Narrow(double value) {
@@ -93,7 +96,7 @@ double ToReal(const QString& text, double fallback) {
     if (const auto value = Plain(text)) {
         return *value;
     }
-    return WithComma(text).value_or(fallback);
+    return WithForeignSeparator(text).value_or(fallback);
 }
 
 double ParseLocaleDouble(const QString& text) {
@@ -103,8 +106,8 @@ double ParseLocaleDouble(const QString& text) {
     if (text.contains(QLatin1Char('.'))) {
         return Plain(text).value_or(0.0);
     }
-    if (text.contains(QLatin1Char(','))) {
-        return WithComma(text).value_or(0.0);
+    if (text.contains(QLatin1Char(',')) || text.contains(kArabicSeparator)) {
+        return WithForeignSeparator(text).value_or(0.0);
     }
     return 0.0;
 }

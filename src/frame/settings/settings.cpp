@@ -102,8 +102,12 @@ QString ReplaceFile(const QString& path, const QByteArray& bytes) {
 SettingsStore::SettingsStore(QString folder) : folder_(std::move(folder)) {}
 
 QString SettingsStore::DefaultFolder() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/Corvantine");
+    QString configuration = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    if (QDir::isRelativePath(configuration)) {
+        // It would be another in every folder that the program is started in.
+        configuration = QDir::homePath() + QStringLiteral("/.config");
+    }
+    return configuration + QStringLiteral("/Corvantine");
 }
 
 QString SettingsStore::FileOf(const QString& application) const {
@@ -168,9 +172,11 @@ QString SettingsStore::Write(const QString& path, Application& application) cons
     if (!QDir().mkpath(folder_)) {
         return QStringLiteral("cannot write %1: its folder cannot be made").arg(path);
     }
-    QLockFile lock(path + QStringLiteral(".lock"));
+    const QString lockFile = path + QStringLiteral(".lock");
+    const bool isLock = !QFileInfo::exists(lockFile) || QFileInfo(lockFile).isFile(); // to read a pipe blocks
+    QLockFile lock(lockFile);
     lock.setStaleLockTime(kStaleLock);
-    if (!lock.tryLock(kLockWait)) {
+    if (!isLock || !lock.tryLock(kLockWait)) {
         return QStringLiteral("cannot lock %1").arg(path);
     }
     const auto bytes = ReadFile(path);

@@ -4,7 +4,10 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -155,4 +158,27 @@ TEST_F(Log, AFullDiskIsSwallowed) {
     log.PrintLog(QStringLiteral("lost"));
     log.CloseLog();
     EXPECT_TRUE(warnings_.isEmpty());
+}
+
+TEST_F(Log, APipeThatNobodyReadsIsToldAndDoesNotBlock) {
+    ASSERT_EQ(mkfifo(qPrintable(folder_.filePath(kName)), 0600), 0);
+    log_.OpenLog(kName, true);
+    EXPECT_EQ(warnings_.size(), 1);
+    log_.PrintLog(QStringLiteral("discarded"));
+}
+
+TEST_F(Log, APipeThatIsNotEmptiedDoesNotBlock) {
+    const QByteArray pipe = QFile::encodeName(folder_.filePath(kName));
+    ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
+    const int reader = open(pipe.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    log_.OpenLog(kName, true);
+    EXPECT_TRUE(warnings_.isEmpty());
+    for (int line = 0; line < 3000; ++line) { // more than a pipe holds
+        log_.PrintLog(QStringLiteral("a line of what the program did and when it did it"));
+    }
+    char first = 0;
+    EXPECT_EQ(read(reader, &first, 1), 1);
+    EXPECT_EQ(first, '*');
+    log_.CloseLog();
+    close(reader);
 }

@@ -43,6 +43,14 @@ TEST(ParseLocaleReal, ReadsEitherSeparatorOnAMachineWithAComma) {
     EXPECT_EQ(Parsed("1,5e-06"), 1.5e-06F);
 }
 
+TEST(ParseLocaleReal, ReadsTheArabicSeparatorOnEveryMachine) {
+    for (const char* name : {"en_GB", "de_DE", "ar_EG"}) {
+        const Locale locale(name);
+        EXPECT_EQ(ParseLocaleReal(QStringLiteral(u"-0\u066B25")), -0.25F) << name;
+        EXPECT_EQ(ToReal(QStringLiteral(u"1\u066B5e-06"), 7), 1.5e-06) << name;
+    }
+}
+
 TEST(ParseLocaleReal, IsZeroWithoutASeparator) {
     const Locale locale("en_GB");
     EXPECT_EQ(Parsed("5"), 0.0F);
@@ -106,7 +114,7 @@ TEST(RealText, IsTheShortestTextOfItsWidth) {
 }
 
 TEST(RealText, ComesBackUnderEveryLocale) {
-    for (const char* name : {"en_GB", "de_DE", "sv_SE", "fr_CH", "C"}) {
+    for (const char* name : {"en_GB", "de_DE", "sv_SE", "fr_CH", "ar_EG", "fa_IR", "C"}) {
         const Locale locale(name);
         for (const float value : {0.0F, 0.5F, 0.99F, -127.0F, 1.0F / 3, 2e-8F, 6.5e4F}) {
             EXPECT_EQ(static_cast<float>(ToReal(RealText(value), 7)), value) << name;

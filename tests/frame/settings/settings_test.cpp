@@ -1,6 +1,7 @@
 #include "frame/settings/settings_fixture.h"
 
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -31,6 +32,19 @@ TEST_F(Settings, LiesUnderTheUsersConfigurationFolder) {
     EXPECT_EQ(QFileInfo(SettingsStore().FileOf("Corvantine")).fileName(), "Corvantine.ini");
     EXPECT_EQ(QFileInfo(SettingsStore().FileOf(CalibrationApplication("A1042"))).fileName(),
               "Corvantine_CalData_A1042.ini");
+}
+
+TEST_F(Settings, TheirFolderIsNotAnotherWithTheOneThatTheProgramIsStartedIn) {
+    const QByteArray before = qgetenv("XDG_CONFIG_HOME");
+    QStandardPaths::setTestModeEnabled(false); // nothing is written
+    for (const char* relative : {"config", "./config", "../config"}) {
+        qputenv("XDG_CONFIG_HOME", relative);
+        EXPECT_EQ(SettingsStore::DefaultFolder(), QDir::homePath() + "/.config/Corvantine") << relative;
+    }
+    qputenv("XDG_CONFIG_HOME", "/some/where");
+    EXPECT_EQ(SettingsStore::DefaultFolder(), "/some/where/Corvantine");
+    QStandardPaths::setTestModeEnabled(true);
+    before.isNull() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", before);
 }
 
 TEST_F(Settings, WritesNothingBeforeTheFlush) {
@@ -208,6 +222,12 @@ TEST_F(Settings, APipeInPlaceOfTheFileDoesNotBlock) {
     EXPECT_EQ(store_.Get(kProgram, "a", "x", "default"), "default");
     store_.Save(kProgram, "a", "x", "1");
     EXPECT_EQ(store_.Flush().size(), 1);
+}
+
+TEST_F(Settings, APipeInPlaceOfTheLockDoesNotBlock) {
+    ASSERT_EQ(mkfifo(qPrintable(path() + ".lock"), 0600), 0);
+    store_.Save(kProgram, "a", "x", "1");
+    EXPECT_EQ(store_.Flush(), QStringList("cannot lock " + path()));
 }
 
 TEST_F(Settings, AUsersLinkAndRightsStay) {
