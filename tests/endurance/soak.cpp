@@ -7,6 +7,7 @@
 #include "controls/symbol_font.h"
 #include "driver/driver_choice.h"
 #include "frame/instrument/instrument.h"
+#include "frame/instrument/shut_down.h"
 #include "frame/record/record.h"
 #include "frame/session/start_up.h"
 #include "support/live_environment.h"
@@ -158,5 +159,6 @@ int main(int argc, char** argv) {
     });
     everySecond.start(1000);
     QApplication::exec();
+    ShutDown(instrument);
     return Judge(samples) ? 0 : 1;
 }

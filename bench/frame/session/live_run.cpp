@@ -9,6 +9,7 @@
 #include "display/plot_canvas.h"
 #include "driver/driver_choice.h"
 #include "frame/instrument/instrument.h"
+#include "frame/instrument/shut_down.h"
 #include "frame/record/record.h"
 #include "frame/session/start_up.h"
 #include "support/live_environment.h"
@@ -191,5 +192,6 @@ int main(int argc, char** argv) {
                 (SecondsOf(CLOCK_PROCESS_CPUTIME_ID) - cpu) / elapsed * 100);
     MeasureKnob(instrument, firstPaint);
     MeasureCursor(instrument, record, firstPaint);
+    ShutDown(instrument);
     return 0;
 }
