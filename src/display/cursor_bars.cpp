@@ -100,7 +100,7 @@ void CursorBars::PlaceHandles() {
     placedPeriod_ = Period();
     BringBackInto(placedPeriod_, record_.SampleDepth * placedPeriod_);
     for (int i = 0; i < kCursors; ++i) {
-        MoveVertCursorHandle(i, record_.VertCursorTime[i]);
+        vert_.MoveHandle(i, record_.VertCursorTime[i]);
         MoveHorizCursorHandle(i, record_.HorizCursorVolts[i]);
     }
 }
@@ -117,7 +117,7 @@ void CursorBars::FollowPeriod() {
         CursTimer_->start();
     }
     for (int i = 0; i < kCursors; ++i) {
-        MoveVertCursorHandle(i, record_.VertCursorTime[i]);
+        vert_.MoveHandle(i, record_.VertCursorTime[i]);
     }
 }
 
